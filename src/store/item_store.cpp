@@ -1,0 +1,336 @@
+#include "store/item_store.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/text.h"
+
+namespace store {
+namespace {
+
+constexpr std::uint16_t kBeforeHeader = 65535;
+
+std::uint8_t byte_of(int setting) { return static_cast<std::uint8_t>(setting); }
+
+// Records and their texts travel through files and lists that use '|' as a separator.
+void replace_bars(ItemRecord& item) {
+  item.ident.replace('|', '-');
+  item.comment.replace('|', '-');
+}
+
+void sort_by_ident(std::vector<ItemRecord>& records) {
+  std::stable_sort(records.begin(), records.end(), [](const ItemRecord& left, const ItemRecord& right) {
+    const std::string_view a = left.ident, b = right.ident;
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+      const auto lower = [](char c) {
+        return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+      };
+      return lower(x) < lower(y);
+    });
+  });
+}
+
+}  // namespace
+
+ItemStore::ItemStore(const Settings& settings, base::FrontEnd& front_end)
+    : settings_(settings), front_end_(front_end) {}
+
+bool ItemStore::full(std::size_t count, int capacity, std::string_view text) {
+  if (count < static_cast<std::size_t>(capacity)) return false;
+  front_end_.write_line(1, text);
+  return true;
+}
+
+// The whole capacity at the first insertion, so that no later one moves the records.
+void ItemStore::store_current(std::vector<ItemRecord>& records, int capacity) {
+  if (records.empty()) records.reserve(static_cast<std::size_t>(capacity));
+  CurrentItem.in_use = 1;
+  replace_bars(CurrentItem);
+  if (CurrentItem.symbol_mode == kSymbolModeNotGiven)
+    CurrentItem.symbol_mode = byte_of(static_cast<int>(settings_.IconSelector));
+  records.push_back(CurrentItem);
+  CurrentItem = ItemRecord{};
+}
+
+// What every waypoint gets at insertion, appended or in place.
+void ItemStore::complete_waypoint() {
+  sign_position(CurrentItem);
+  set_hemispheres(CurrentItem);
+  CurrentItem.segment_flag = CurrentItem.detail_kind == kLongIdentDetails ? 2 : 0;
+  CurrentItem.kind = 'W';
+  CurrentItem.waypoint_drawing = {byte_of(settings_.SA_TextColor),    byte_of(settings_.SA_TextAlign),
+                                  byte_of(settings_.SA_TextSize),     byte_of(settings_.SA_SA_IconSize),
+                                  byte_of(settings_.SA_SA_IconColor), byte_of(settings_.SA_noname)};
+  CurrentItem.number = ++contents_.last_waypoint_number;
+  CurrentItem.in_use = 1;
+  replace_bars(CurrentItem);
+  if (CurrentItem.symbol_mode == kSymbolModeNotGiven)
+    CurrentItem.symbol_mode = byte_of(static_cast<int>(settings_.IconSelector));
+  CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
+}
+
+int ItemStore::push_waypoint(int slot) {
+  std::vector<ItemRecord>& waypoints = contents_.waypoints;
+  if (slot > 0) {
+    if (slot > waypoint_count()) return 1;
+    complete_waypoint();
+    waypoints[slot_of(slot)] = CurrentItem;
+    CurrentItem = ItemRecord{};
+    index_.forget();
+    return 0;
+  }
+  if (full(waypoints.size(), kWaypointCapacity, "Too many waypoints")) return 1;
+  complete_waypoint();
+  // Only a waypoint of the same ident can be an exact duplicate, so one look-up serves where there is none.
+  const bool looks = settings_.HandleReadDups != Duplicates::Merge || settings_.ForceExactDupeRemoval != 0;
+  const int same_ident = looks ? index_.first_of(waypoints, CurrentItem.ident) : 0;
+  if (same_ident != 0) {
+    bool dropped = settings_.HandleReadDups != Duplicates::Merge;
+    if (settings_.HandleReadDups == Duplicates::Replace) {
+      ItemRecord& older = waypoints[slot_of(same_ident)];
+      CurrentItem.number = older.number;
+      older = CurrentItem;
+      index_.forget_positions();
+    }
+    if (!dropped) dropped = index_.first_of(waypoints, CurrentItem.ident, CurrentItem.position) != 0;
+    if (dropped) {
+      CurrentItem = ItemRecord{};
+      return 0;
+    }
+  }
+  store_current(waypoints, kWaypointCapacity);
+  return 0;
+}
+
+void ItemStore::start_route(std::uint32_t number, std::string_view number_text, std::string_view name) {
+  contents_.route_index = static_cast<int>(std::min<std::uint32_t>(number, kRouteCapacity));
+  contents_.last_route_index = contents_.route_index;
+  contents_.point_index = kBeforeHeader;
+  start_item();
+  CurrentItem.ident = number_text;
+  CurrentItem.comment = name;
+}
+
+int ItemStore::push_route(bool is_point) {
+  if (contents_.route_index != contents_.last_route_index) contents_.point_index = kBeforeHeader;
+  contents_.last_route_index = contents_.route_index;
+  if (is_point || contents_.point_index == kBeforeHeader) ++contents_.point_index;
+  if (contents_.point_index == 0) return push_route_header();
+
+  const ItemRecord point = CurrentItem;
+  (void)push_waypoint(0);  // a full waypoint store has said so and does not keep the point out of its route
+  CurrentItem = point;
+  if (contents_.route_index < 0 || contents_.route_index >= kRouteCapacity) {
+    front_end_.write_line(1, "Too many routes");
+    return 1;
+  }
+  std::vector<ItemRecord>& points = contents_.routes[static_cast<std::size_t>(contents_.route_index)].points;
+  if (contents_.point_index > kRoutePointCapacity) {
+    --contents_.point_index;
+    front_end_.write_line(1, "Too many route points");
+    return 1;
+  }
+  const std::uint32_t number = contents_.last_waypoint_number;
+  const std::int64_t offset =
+      std::exchange(input_time_offset_, 0);  // Deliberate : points keep the time as given
+  complete_waypoint();
+  input_time_offset_ = offset;
+  contents_.last_waypoint_number = number;
+  CurrentItem.number = number;
+  CurrentItem.route_drawing = {byte_of(settings_.SA_Route_LineColor), byte_of(settings_.SA_Route_LineWidth),
+                               byte_of(settings_.SA_Route_LineStyle),
+                               byte_of(settings_.SA_draw_route_0_line)};
+  CurrentItem.route_number = static_cast<std::uint32_t>(contents_.route_index);
+  points.push_back(CurrentItem);
+  CurrentItem = ItemRecord{};
+  return 0;
+}
+
+int ItemStore::push_route_header() {
+  int& row = contents_.route_index;
+  while (row >= 0 && row < kRouteCapacity && contents_.routes[static_cast<std::size_t>(row)].header) ++row;
+  contents_.last_route_index = row;
+  if (row < 0 || row >= kRouteCapacity) {
+    front_end_.message_box("RouteError", "Route Buffer Full");
+    route_overflow_ = true;
+    return 1;
+  }
+  CurrentItem.segment_flag = 1;
+  CurrentItem.in_use = 1;
+  CurrentItem.kind = 'R';
+  CurrentItem.route_number = static_cast<std::uint32_t>(row);
+  replace_bars(CurrentItem);
+  CurrentItem.symbol_mode = 0;
+  contents_.routes[static_cast<std::size_t>(row)].header = CurrentItem;
+  CurrentItem = ItemRecord{};
+  return 0;
+}
+
+bool ItemStore::set_route_link(std::uint16_t link_class, const std::array<std::uint8_t, 18>& subclass,
+                               std::string_view ident) {
+  if (contents_.route_index < 0 || contents_.route_index >= kRouteCapacity) return false;
+  std::vector<ItemRecord>& points = contents_.routes[static_cast<std::size_t>(contents_.route_index)].points;
+  if (points.empty()) return false;
+  ItemRecord& point = points.back();
+  point.has_route_link = 1;
+  point.link_class = link_class;
+  point.link_subclass = subclass;
+  point.route_link_ident = ident;
+  return true;
+}
+
+void ItemStore::link_route_points() {
+  for (Route& route : contents_.routes) {
+    for (ItemRecord& point : route.points) {
+      int waypoint_index = index_.first_of(contents_.waypoints, point.ident, point.position);
+      if (waypoint_index == 0) waypoint_index = index_.first_of(contents_.waypoints, point.ident);
+      if (waypoint_index != 0) point.number = waypoint(waypoint_index).number;
+    }
+  }
+}
+
+void ItemStore::start_track_log(std::string_view name, std::string_view colour_name,
+                                std::optional<std::uint8_t> style) {
+  contents_.new_track_log = true;
+  contents_.new_segment = true;
+  track_log_name_ = name;
+  track_log_colour_ = colour_name;
+  track_log_style_ = style;
+}
+
+int ItemStore::push_track() {
+  if (full(contents_.track_points.size(), kTrackPointCapacity, "Too many track points")) return 1;
+  if (std::exchange(contents_.new_segment, false)) CurrentItem.segment_flag = kStartsSegment;
+  if (std::exchange(contents_.first_after_clearing, false)) CurrentItem.segment_flag = kStartsSegment;
+  if (std::exchange(contents_.new_track_log, false)) {
+    CurrentItem.segment_flag = kStartsNamedTrack;
+    CurrentItem.colour = colour_number(track_log_colour_);
+    CurrentItem.track_style = track_log_style_.value_or(byte_of(settings_.SA_LineStyle));
+    CurrentItem.ident = track_log_name_;
+  }
+  CurrentItem.kind = 'T';
+  CurrentItem.track_drawing = {byte_of(settings_.SA_LineColor), byte_of(settings_.SA_LineWidth),
+                               byte_of(settings_.SA_LineStyle)};
+  sign_position(CurrentItem);
+  set_hemispheres(CurrentItem);
+  CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
+  store_current(contents_.track_points, kTrackPointCapacity);
+  return 0;
+}
+
+int ItemStore::push_event() {
+  if (full(contents_.events.size(), kEventCapacity, "Too many Events (LEI Icons)")) return 1;
+  CurrentItem.number = contents_.next_event_number++;
+  CurrentItem.kind = 'I';
+  set_hemispheres(CurrentItem);
+  store_current(contents_.events, kEventCapacity);
+  return 0;
+}
+
+int ItemStore::push_proximity() {
+  if (full(contents_.proximity.size(), kProximityCapacity, "Too many Proximity points")) return 1;
+  CurrentItem.kind = 'P';
+  CurrentItem.proximity_drawing = {byte_of(settings_.SA_CirFillColor), byte_of(settings_.SA_CirLineWidth),
+                                   byte_of(settings_.SA_CirLineColor), byte_of(settings_.SA_CirFillStyle),
+                                   byte_of(settings_.SA_DrawProxCircles)};
+  CurrentItem.number = ++contents_.last_proximity_number;
+  sign_position(CurrentItem);
+  set_hemispheres(CurrentItem);
+  CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
+  store_current(contents_.proximity, kProximityCapacity);
+  return 0;
+}
+
+int ItemStore::route_count() const {
+  return static_cast<int>(std::count_if(contents_.routes.begin(), contents_.routes.end(),
+                                        [](const Route& route) { return route.header.has_value(); }));
+}
+
+int ItemStore::track_count() const {
+  return static_cast<int>(
+      std::count_if(contents_.track_points.begin(), contents_.track_points.end(),
+                    [](const ItemRecord& point) { return point.segment_flag != kContinues; }));
+}
+
+bool ItemStore::empty() const {
+  return contents_.waypoints.empty() && contents_.track_points.empty() && contents_.events.empty() &&
+         contents_.proximity.empty() && route_count() == 0;
+}
+
+// Looked up from outside an insertion, the newest waypoint is the one that is being compared with the others.
+int ItemStore::without_newest(int index) const { return index == waypoint_count() ? 0 : index; }
+
+int ItemStore::find_waypoint(std::string_view ident) {
+  return without_newest(index_.first_of(contents_.waypoints, ident));
+}
+
+int ItemStore::find_waypoint(std::string_view ident, const geodesy::Position& position) {
+  return without_newest(index_.first_of(contents_.waypoints, ident, position));
+}
+
+void ItemStore::sort_waypoints() {
+  sort_by_ident(contents_.waypoints);
+  index_.forget();
+}
+
+void ItemStore::sort_proximity() { sort_by_ident(contents_.proximity); }
+
+void ItemStore::forget_routes() {
+  contents_.routes.fill(Route{});
+  contents_.route_index = -1;
+  contents_.last_route_index = -1;
+  contents_.point_index = 0;
+  route_overflow_ = false;
+}
+
+void ItemStore::clear_waypoints() {
+  contents_.waypoints = {};
+  contents_.last_waypoint_number = 0;
+  index_.forget();
+  forget_routes();
+  front_end_.refresh_title();
+}
+
+void ItemStore::clear_routes() {
+  forget_routes();
+  front_end_.refresh_title();
+}
+
+void ItemStore::clear_tracks() {
+  contents_.track_points = {};
+  contents_.new_segment = false;
+  contents_.first_after_clearing = true;
+  front_end_.refresh_title();
+}
+
+void ItemStore::clear_events() {
+  contents_.events = {};
+  contents_.next_event_number = Contents{}.next_event_number;
+  front_end_.refresh_title();
+}
+
+void ItemStore::clear_proximity() {
+  contents_.proximity = {};
+  contents_.last_proximity_number = 0;
+  front_end_.refresh_title();
+}
+
+void ItemStore::clear_almanac() {
+  contents_.almanac = {};
+  front_end_.refresh_title();
+}
+
+void ItemStore::clear_all() {
+  contents_ = {};
+  route_overflow_ = false;
+  index_.forget();
+  front_end_.refresh_title();
+}
+
+void ItemStore::restore(const Contents& contents) {
+  contents_ = contents;
+  index_.forget();
+  front_end_.refresh_title();
+}
+
+}  // namespace store

@@ -1,0 +1,291 @@
+#include "store/item_store.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "base/text.h"
+#include "tests/support/recording_front_end.h"
+
+namespace store {
+namespace {
+
+class ItemStoreTest : public testing::Test {
+ protected:
+  int push_waypoint(std::string_view ident, double latitude = 1, double longitude = 2) {
+    items.start_item();
+    items.CurrentItem.ident = ident;
+    items.CurrentItem.position = {latitude, longitude};
+    return items.push_waypoint(0);
+  }
+  int push_route_point(std::string_view ident) {
+    items.start_item();
+    items.CurrentItem.ident = ident;
+    return items.push_route(true);
+  }
+  int push_header(std::uint32_t number, std::string_view name) {
+    items.start_route(number, std::to_string(number), name);
+    return items.push_route(true);
+  }
+  int push_track_point() {
+    items.start_item();
+    return items.push_track();
+  }
+
+  Settings settings;
+  support::RecordingFrontEnd front_end;
+  ItemStore items{settings, front_end};
+};
+
+TEST_F(ItemStoreTest, WaypointNumber100001IsRefusedAndReadingGoesOn) {
+  for (int i = 0; i < kWaypointCapacity; ++i) ASSERT_EQ(push_waypoint("A"), 0);
+  EXPECT_EQ(push_waypoint("B"), 1);
+  EXPECT_EQ(push_waypoint("C"), 1);
+  EXPECT_EQ(items.waypoint_count(), 100000);
+  EXPECT_EQ(front_end.times_written(1, "Too many waypoints"), 2);
+}
+
+TEST_F(ItemStoreTest, ReplaceLeavesTheSecondRecordAtTheFirstsIndexAndNumber) {
+  settings.HandleReadDups = Duplicates::Replace;
+  push_waypoint("ABC", 10, 20);
+  push_waypoint("abc", 30, 40);
+  ASSERT_EQ(items.waypoint_count(), 1);
+  EXPECT_EQ(items.waypoint(1).ident, "abc");
+  EXPECT_EQ(items.waypoint(1).position.latitude, 30);
+  EXPECT_EQ(items.waypoint(1).number, 1u);
+}
+
+TEST_F(ItemStoreTest, IgnoreKeepsTheFirstRecord) {
+  settings.HandleReadDups = Duplicates::Ignore;
+  push_waypoint("ABC", 10, 20);
+  push_waypoint("abc", 30, 40);
+  ASSERT_EQ(items.waypoint_count(), 1);
+  EXPECT_EQ(items.waypoint(1).position.latitude, 10);
+}
+
+TEST_F(ItemStoreTest, ExactDuplicatesGoButTheSameNameElsewhereStays) {
+  settings.ForceExactDupeRemoval = 1;
+  push_waypoint("HUT", 47.25, 11.5);
+  push_waypoint("Hut", 47.25, 11.5);
+  push_waypoint("HUT", 47.25, 11.500000001);
+  push_waypoint("HUT2", 47.25, 11.5);
+  EXPECT_EQ(items.waypoint_count(), 3);
+}
+
+TEST_F(ItemStoreTest, ZeroAndMinusZeroAreTheSamePlace) {
+  settings.ForceExactDupeRemoval = 1;
+  push_waypoint("NULL", 0.0, 0.0);
+  push_waypoint("NULL", -0.0, 0.0);
+  EXPECT_EQ(items.waypoint_count(), 1);
+}
+
+// The index must answer what a scan would, whatever happened to the store in between.
+TEST_F(ItemStoreTest, LookUpsAgreeWithALinearScanUnderRandomWork) {
+  std::mt19937 random(7);
+  const auto scan = [&](std::string_view ident, const geodesy::Position* position) {
+    if (items.waypoint_count() < 2) return 0;
+    for (int i = 1; i < items.waypoint_count(); ++i) {
+      const ItemRecord& item = items.waypoint(i);
+      if (base::equal_ignoring_case(item.ident, ident) && (position == nullptr || item.position == *position))
+        return i;
+    }
+    return 0;
+  };
+  for (int turn = 0; turn < 3000; ++turn) {
+    settings.HandleReadDups = static_cast<Duplicates>(random() % 3);
+    settings.ForceExactDupeRemoval = static_cast<int>(random() % 2);
+    const std::string ident(1 + random() % 2, static_cast<char>((random() % 2 ? 'a' : 'A') + random() % 12));
+    const geodesy::Position place{static_cast<double>(random() % 3), random() % 50 == 0 ? std::nan("") : 1.0};
+    switch (random() % 40) {
+      case 0:
+        items.sort_waypoints();
+        break;
+      case 1:
+        if (turn % 5 == 0) items.clear_waypoints();
+        break;
+      case 2:
+        items.start_item();
+        items.CurrentItem.ident = ident;
+        items.CurrentItem.position = place;
+        EXPECT_EQ(items.push_waypoint(1), items.waypoint_count() == 0 ? 1 : 0);
+        break;
+      default:
+        push_waypoint(ident, place.latitude, place.longitude);
+    }
+    ASSERT_EQ(items.find_waypoint(ident), scan(ident, nullptr)) << "turn " << turn;
+    ASSERT_EQ(items.find_waypoint(ident, place), scan(ident, &place)) << "turn " << turn;
+  }
+}
+
+TEST_F(ItemStoreTest, LookUpsFromOutsideNeedTwoWaypointsAndPassOverTheNewest) {
+  push_waypoint("A");
+  EXPECT_EQ(items.find_waypoint("A"), 0);
+  push_waypoint("B");
+  EXPECT_EQ(items.find_waypoint("a"), 1);
+  EXPECT_EQ(items.find_waypoint("B"), 0);
+}
+
+TEST_F(ItemStoreTest, LocalNoonFiveHoursWestIsStoredAs17UtcOnceOnly) {
+  settings.HandleReadDups = Duplicates::Replace;
+  items.set_input_time_offset(-5 * 3600);
+  for (int i = 0; i < 2; ++i) {
+    items.start_item();
+    items.CurrentItem.ident = "NOON";
+    items.CurrentItem.time = {1000000};
+    ASSERT_EQ(items.push_waypoint(0), 0);
+    EXPECT_EQ(items.waypoint(1).time.seconds, 1018000u);
+  }
+}
+
+TEST_F(ItemStoreTest, NoTimeStaysNoTimeInEveryZone) {
+  items.set_input_time_offset(3600);
+  push_waypoint("A");
+  EXPECT_EQ(items.waypoint(1).time.seconds, 0u);
+}
+
+TEST_F(ItemStoreTest, ARoutePointKeepsItsTimeAndItsWaypointGoesToUtc) {
+  items.set_input_time_offset(3600);
+  ASSERT_EQ(push_header(3, "HOME"), 0);
+  items.start_item();
+  items.CurrentItem.ident = "P|1";
+  items.CurrentItem.time = {5000};
+  ASSERT_EQ(items.push_route(true), 0);
+  ASSERT_EQ(items.route(3).points.size(), 1u);
+  EXPECT_EQ(items.route(3).points[0].time.seconds, 5000u);
+  EXPECT_EQ(items.waypoint(1).time.seconds, 1400u);
+  EXPECT_EQ(items.route(3).points[0].ident, "P-1");
+  EXPECT_EQ(items.route(3).points[0].number, items.waypoint(1).number);
+  EXPECT_EQ(items.route(3).points[0].in_use, 1);
+}
+
+TEST_F(ItemStoreTest, ARouteOf100PointsLosesTheLastButKeepsItsWaypoint) {
+  ASSERT_EQ(push_header(0, "LONG"), 0);
+  for (int i = 1; i <= 99; ++i) ASSERT_EQ(push_route_point("P" + std::to_string(i)), 0);
+  EXPECT_EQ(push_route_point("P100"), 1);
+  EXPECT_EQ(items.route(0).points.size(), 99u);
+  EXPECT_EQ(items.waypoint_count(), 100);
+  EXPECT_EQ(front_end.lines[1], "Too many route points");
+}
+
+TEST_F(ItemStoreTest, ATakenRouteNumberGoesToTheNextFreeRow) {
+  push_header(5, "FIRST");
+  push_route_point("A");
+  push_header(5, "SECOND");
+  push_route_point("B");
+  EXPECT_EQ(items.route(5).header->comment, "FIRST");
+  EXPECT_EQ(items.route(6).header->comment, "SECOND");
+  EXPECT_EQ(items.route(6).header->ident, "5");
+  EXPECT_EQ(items.route(6).points[0].route_number, 6u);
+}
+
+TEST_F(ItemStoreTest, The101stRouteAndANumberAbove99FindNoRow) {
+  for (std::uint32_t i = 0; i < 100; ++i) ASSERT_EQ(push_header(i, "R"), 0);
+  EXPECT_EQ(push_header(0, "R"), 1);
+  EXPECT_TRUE(items.route_overflow());
+  items.clear_routes();
+  EXPECT_FALSE(items.route_overflow());
+  EXPECT_EQ(push_header(4000000000U, "R"), 1);
+  EXPECT_EQ(front_end.boxes,
+            (std::vector<std::pair<std::string, std::string>>(2, {"RouteError", "Route Buffer Full"})));
+}
+
+TEST_F(ItemStoreTest, ANamedTrackLogStartsWithItsFirstPointOnly) {
+  settings.SA_LineStyle = 4;
+  push_track_point();
+  items.start_track_log("RIVER", "dark green");
+  push_track_point();
+  push_track_point();
+  items.start_segment();
+  push_track_point();
+  items.start_track_log("LAKE", "mauve", std::uint8_t{1});
+  push_track_point();
+  EXPECT_EQ(items.track_point(1).segment_flag, kStartsSegment);  // the first point of all
+  EXPECT_EQ(items.track_point(2).segment_flag, kStartsNamedTrack);
+  EXPECT_EQ(items.track_point(2).ident, "RIVER");
+  EXPECT_EQ(items.track_point(2).colour, 2);
+  EXPECT_EQ(items.track_point(2).track_style, 4);
+  EXPECT_EQ(items.track_point(3).segment_flag, kContinues);
+  EXPECT_EQ(items.track_point(4).segment_flag, kStartsSegment);
+  EXPECT_EQ(items.track_point(5).colour, kDefaultColour);
+  EXPECT_EQ(items.track_point(5).track_style, 1);
+  EXPECT_EQ(items.track_count(), 4);
+}
+
+TEST_F(ItemStoreTest, TheSymbolSetOfTheInputIsKeptAndTheConfiguredOneFillsIn) {
+  settings.IconSelector = IconSet::StreetPilot;
+  push_waypoint("A");
+  items.start_item();
+  items.CurrentItem.symbol_mode = 2;
+  ASSERT_EQ(items.push_waypoint(0), 0);
+  EXPECT_EQ(items.waypoint(1).symbol_mode, 4);
+  EXPECT_EQ(items.waypoint(2).symbol_mode, 2);
+}
+
+TEST_F(ItemStoreTest, UnsignedPositionsTakeTheirSignFromTheLetters) {
+  items.start_item();
+  items.CurrentItem.position = {33.5, 70.25};
+  items.CurrentItem.latitude_hemisphere = 'S';
+  items.CurrentItem.longitude_hemisphere = 'W';
+  ASSERT_EQ(items.push_waypoint(0), 0);
+  push_waypoint("SIGNED", -5, 7);
+  EXPECT_EQ(items.waypoint(1).position, (geodesy::Position{-33.5, -70.25}));
+  EXPECT_EQ(items.waypoint(2).position, (geodesy::Position{-5, 7}));
+  EXPECT_EQ(items.waypoint(2).latitude_hemisphere, 'S');
+}
+
+TEST_F(ItemStoreTest, TheEleventhProximityPointAndTheEventAfter10001AreRefused) {
+  for (int i = 0; i < 10; ++i) ASSERT_EQ(items.push_proximity(), 0);
+  EXPECT_EQ(items.push_proximity(), 1);
+  EXPECT_EQ(front_end.lines[1], "Too many Proximity points");
+  for (int i = 0; i < 10001; ++i) ASSERT_EQ(items.push_event(), 0);
+  EXPECT_EQ(items.push_event(), 1);
+  EXPECT_EQ(front_end.lines[1], "Too many Events (LEI Icons)");
+}
+
+TEST_F(ItemStoreTest, SortingIgnoresCaseAndKeepsEqualNamesInOrder) {
+  for (const char* ident : {"b", "A", "C", "a", "B"}) push_waypoint(ident);
+  items.sort_waypoints();
+  std::string order;
+  for (int i = 1; i <= 5; ++i) order += items.waypoint(i).ident.view();
+  EXPECT_EQ(order, "AabBC");
+  EXPECT_EQ(items.waypoint(1).number, 2u);
+}
+
+TEST_F(ItemStoreTest, ClearingWaypointsEmptiesTheRoutesAndStartsNumbersAnew) {
+  push_header(1, "R");
+  push_route_point("A");
+  items.clear_waypoints();
+  EXPECT_TRUE(items.empty());
+  push_waypoint("B");
+  EXPECT_EQ(items.waypoint(1).number, 1u);
+}
+
+TEST_F(ItemStoreTest, ARestoredStoreForgetsWhatCameAfterTheCopy) {
+  settings.HandleReadDups = Duplicates::Replace;
+  push_waypoint("OLD", 1, 1);
+  const ItemStore::Contents before = items.contents();
+  push_waypoint("OLD", 2, 2);
+  push_waypoint("NEW");
+  items.restore(before);
+  ASSERT_EQ(items.waypoint_count(), 1);
+  EXPECT_EQ(items.waypoint(1).position.latitude, 1);
+  push_waypoint("NEW");
+  EXPECT_EQ(items.waypoint_count(), 2);
+  EXPECT_EQ(items.waypoint(2).number, 2u);
+}
+
+TEST_F(ItemStoreTest, LinkedRoutePointsGetTheNumberOfTheWaypointAtTheirPlace) {
+  push_waypoint("HUT", 5, 5);
+  push_header(0, "R");
+  items.start_item();
+  items.CurrentItem.ident = "HUT";
+  items.CurrentItem.position = {5, 5};
+  ASSERT_EQ(items.push_route(true), 0);
+  EXPECT_EQ(items.route(0).points[0].number, 2u);
+  items.link_route_points();
+  EXPECT_EQ(items.route(0).points[0].number, 1u);
+}
+
+}  // namespace
+}  // namespace store
