@@ -77,7 +77,7 @@ class ByteWriter {
   ByteWriter& f32(float value) { return u32(std::bit_cast<std::uint32_t>(value)); }
   ByteWriter& f64(double value) { return little_endian(std::bit_cast<std::uint64_t>(value), 8); }
   ByteWriter& bytes(std::span<const std::uint8_t> values) {
-    bytes_.insert(bytes_.end(), values.begin(), values.end());
+    for (const std::uint8_t value : values) bytes_.push_back(value);
     return *this;
   }
   // Exactly `size` bytes: cut, or padded with blanks on the right.
