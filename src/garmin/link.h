@@ -1,0 +1,79 @@
+// The packet layer of the Garmin serial protocol: sends one packet; receives one, answers it with ACK or NAK
+// and hands it to whoever asked for its kind. Everything above talks to the receiver only through this.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string_view>
+
+#include "base/byte_cursor.h"
+#include "base/clock.h"
+#include "base/front_end.h"
+#include "garmin/packet.h"
+#include "garmin/packet_ids.h"
+#include "serial/com_port.h"
+#include "serial/debug_log.h"
+#include "serial/device_flags.h"
+
+namespace garmin {
+
+class GarminLink {
+ public:
+  // Called with the packet's data; the bytes live until the next receive.
+  using Handler = std::function<void(std::span<const std::uint8_t> data)>;
+  enum class Acknowledge : std::uint16_t { Refused = 0, Accepted = 1, None = 65535 };
+
+  // All must outlive the link.
+  GarminLink(serial::ComPort& port, base::Clock& clock, base::FrontEnd& front_end, serial::DeviceFlags& flags,
+             serial::DebugLog& debug_log);
+
+  // Who is called for packets of a kind; one handler a kind.
+  void on(PacketKind kind, Handler handler) {
+    handlers_[static_cast<std::size_t>(kind)] = std::move(handler);
+  }
+
+  // Sends a message (id, data size, data); the label names it in the debug log. False when the port took it
+  // not.
+  bool sendGarminPacket(std::span<const std::uint8_t> message, std::string_view label);
+  // Receives one packet, answers and dispatches it. ComTimedOut is set after two silences of 3 s with a
+  // re-send between them, after a packet without end, and when the port has vanished; UserAbort after ESC.
+  void getGarminMessage();
+
+  // The kind of the packet that the latest getGarminMessage brought; None when it brought none, or one
+  // unknown.
+  [[nodiscard]] PacketKind last_kind() const { return last_kind_; }
+  [[nodiscard]] Acknowledge acknowledge_state() const { return acknowledge_state_; }
+  void set_acknowledge_state(Acknowledge state) { acknowledge_state_ = state; }
+  // The packet id that a NAK names; 255 when no particular record is expected.
+  void set_expected_id(std::uint8_t id) { nak_[2] = id; }
+
+  std::uint16_t link_protocol = kNone;  // 1 for L001, 2 for L002
+  bool Identifying = false;             // unknown packets are then nobody's fault
+
+ private:
+  enum class Wait { Packet, Stopped };
+  Wait receive_packet();
+  Wait take_waiting_bytes();
+  Wait silence(int& time_outs);
+  void dispatchGarminPacket();
+  void unknown_packet(std::uint8_t id);
+
+  serial::ComPort& port_;
+  base::Clock& clock_;
+  base::FrontEnd& front_end_;
+  serial::DeviceFlags& flags_;
+  serial::DebugLog& debug_log_;
+  std::array<Handler, static_cast<std::size_t>(PacketKind::Count)> handlers_;
+  PacketAssembler assembler_;
+  base::Bytes last_message_;  // for a re-send after a silence
+  std::array<std::uint8_t, 4> ack_{6, 2, 0, 0};
+  std::array<std::uint8_t, 4> nak_{21, 2, 255, 0};
+  Acknowledge acknowledge_state_ = Acknowledge::None;
+  PacketKind last_kind_ = PacketKind::None;
+  bool packet_complete_ = false;
+  int given_up_in_a_row_ = 0;  // receives that ended with too many NAKs
+};
+
+}  // namespace garmin

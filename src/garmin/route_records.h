@@ -1,0 +1,24 @@
+// Route header and route link records of Garmin receivers. Route points are waypoint records.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+
+#include "garmin/record_format.h"
+
+namespace garmin {
+
+struct RouteHeader {
+  std::optional<int> number;  // 0 to 255; not every format has one
+  std::string name;
+};
+using RouteHeaderFormat = FormatOf<RouteHeader>;
+
+extern const std::span<const RouteHeaderFormat> kRouteHeaderFormats;  // D200, D201, D202
+
+// D210, the leg from a route point to the next one, decoded on top of the point that it leaves. The detail
+// kind becomes 3, but stays 1 where it is: the link ident of that point hangs on it.
+extern const std::span<const RecordFormat> kRouteLinkFormats;
+
+}  // namespace garmin
