@@ -1,0 +1,74 @@
+#include "simulators/garmin_options.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/text.h"
+
+namespace simulators {
+
+namespace {
+
+constexpr int kFastestBaud = 1'000'000;
+constexpr std::size_t kLongestDescription = 250;
+
+constexpr std::array kFaultNames = std::to_array<std::pair<std::string_view, Fault::Kind>>({
+    {"drop-ack", Fault::Kind::DropAck},
+    {"bad-checksum", Fault::Kind::BadChecksum},
+    {"silent", Fault::Kind::Silent},
+    {"unplug", Fault::Kind::Unplug},
+    {"noise", Fault::Kind::Noise},
+});
+
+bool sends_no_array(const GarminOptions& options) {
+  return options.protocols && base::equal_ignoring_case(*options.protocols, "none");
+}
+
+}  // namespace
+
+std::optional<Fault> parse_fault(std::string_view text) {
+  const std::size_t at = text.find('@');
+  if (at == std::string_view::npos) return std::nullopt;
+  const auto name =
+      std::ranges::find(kFaultNames, text.substr(0, at), [](const auto& row) { return row.first; });
+  const auto packet = base::parse_integer(text.substr(at + 1));
+  if (name == kFaultNames.end() || !packet || *packet < 1 || *packet > 1'000'000'000) return std::nullopt;
+  return Fault{name->second, static_cast<int>(*packet)};
+}
+
+std::string garmin_options_problem(const GarminOptions& options) {
+  if (options.baud < 0 || options.baud > kFastestBaud) {
+    return base::format_text("A wire of %d bits per second cannot be simulated: 1 to %d, or 0 for no limit",
+                             options.baud, kFastestBaud);
+  }
+  if (options.description.size() > kLongestDescription) {
+    return "A description has at most " + std::to_string(kLongestDescription) + " characters";
+  }
+  std::string problem;
+  if (options.protocols && !sends_no_array(options)) (void)parse_protocols(*options.protocols, problem);
+  return problem;
+}
+
+CapabilityArray chosen_capabilities(const GarminOptions& options) {
+  std::string problem;
+  if (options.protocols && !sends_no_array(options)) {
+    if (const auto array = parse_protocols(*options.protocols, problem)) return *array;
+  }
+  if (const auto row = capabilities_from_table(options.product_id, options.software_version))
+    return {{}, *row};
+  CapabilityArray array =
+      parse_protocols(usual_protocols(options.product_id, options.software_version), problem)
+          .value_or(CapabilityArray{});
+  if (sends_no_array(options)) array.data.clear();
+  return array;
+}
+
+std::string product_description(const GarminOptions& options) {
+  if (!options.description.empty()) return options.description.substr(0, kLongestDescription);
+  const int version = options.software_version;
+  return base::format_text("Simulated GPS %d Software Version %d.%02d", options.product_id, version / 100,
+                           version < 0 ? -(version % 100) : version % 100);
+}
+
+}  // namespace simulators

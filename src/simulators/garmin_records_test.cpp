@@ -1,0 +1,179 @@
+#include "simulators/garmin_records.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace simulators {
+namespace {
+
+using base::Bytes;
+
+// 45 N is 0x20000000 semicircles, 90 W is 0xC0000000.
+SimWaypoint sample() {
+  SimWaypoint waypoint;
+  waypoint.ident = "CAMP";
+  waypoint.comment = "TENT";
+  waypoint.latitude = 45;
+  waypoint.longitude = -90;
+  waypoint.altitude = 100.5F;  // 0x42C90000
+  waypoint.proximity = 200;    // 0x43480000
+  waypoint.symbol = 151;
+  waypoint.display_mode = 5;
+  waypoint.colour = 9;
+  waypoint.city = "X";
+  waypoint.state = "NV";
+  waypoint.country = "US";
+  return waypoint;
+}
+
+Bytes slice(const Bytes& bytes, std::size_t from, std::size_t size) {
+  const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(from);
+  return Bytes(begin, begin + static_cast<std::ptrdiff_t>(size));
+}
+
+TEST(EncodeWaypoint, D103HasASmallSymbolAndDisplay) {
+  Bytes expected{'C', 'A', 'M', 'P', ' ', ' ', 0, 0, 0, 0x20, 0, 0, 0, 0xC0, 0, 0, 0, 0, 'T', 'E', 'N', 'T'};
+  expected.resize(58, ' ');
+  expected.insert(expected.end(), {11, 2});
+  EXPECT_EQ(encode_waypoint(103, sample()), expected);
+}
+
+TEST(EncodeWaypoint, D107EndsInDistanceAndOneOfFourColours) {
+  const Bytes record = *encode_waypoint(107, sample());
+  EXPECT_EQ(slice(record, 58, 7), (Bytes{11, 2, 0, 0, 0x48, 0x43, 1}));
+}
+
+TEST(EncodeWaypoint, D108CarriesEverythingByteForByte) {
+  const Bytes expected{0,    9,    2,    0x60, 151,  0,                       // to the symbol
+                       0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF,  //
+                       0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,  // subclass
+                       0,    0,    0,    0x20, 0,    0,    0,    0xC0,        // position
+                       0,    0,    0xC9, 0x42, 0x51, 0x59, 0x04, 0x69, 0,    0,   0x48, 0x43,  // lengths
+                       'N',  'V',  'U',  'S',  'C',  'A',  'M',  'P',  0,    'T', 'E',  'N',
+                       'T',  0,    0,    'X',  0,    0,    0};
+  EXPECT_EQ(encode_waypoint(108, sample()), expected);
+}
+
+TEST(EncodeWaypoint, D109AndD110PackDisplayAndColourInOneByte) {
+  SimWaypoint waypoint = sample();
+  EXPECT_EQ(slice(*encode_waypoint(109, waypoint), 0, 4), (Bytes{1, 0, 0x49, 0x70}));
+  waypoint.colour = 255;
+  waypoint.display_mode = 1;
+  waypoint.time = 0x12345678;
+  const Bytes d110 = *encode_waypoint(110, waypoint);
+  EXPECT_EQ(slice(d110, 0, 4), (Bytes{1, 0, 0x3F, 0x80}));
+  EXPECT_EQ(slice(d110, 48, 19), (Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0x51, 0x59, 0x04, 0x69, 0x78, 0x56, 0x34,
+                                        0x12, 0, 0, 'C', 'A', 'M', 'P', 0}));
+}
+
+TEST(EncodeWaypoint, FixedFormatsHaveTheirSizesWhateverTheTexts) {
+  const std::pair<int, std::size_t> sizes[]{{100, 58},  {101, 63},  {102, 64},  {103, 60},  {104, 65},
+                                            {107, 65},  {150, 115}, {151, 124}, {152, 124}, {154, 126},
+                                            {155, 127}, {400, 62},  {403, 64},  {450, 121}};
+  SimWaypoint longest;
+  longest.ident = longest.comment = longest.name = longest.city = longest.state = longest.country =
+      std::string(300, 'W');
+  for (const auto& [format, size] : sizes) {
+    EXPECT_EQ(encode_waypoint(format, longest)->size(), size) << format;
+    EXPECT_EQ(encode_waypoint(format, SimWaypoint{})->size(), size) << format;
+  }
+}
+
+TEST(EncodeWaypoint, LongTextsAreCutSoThatTheRecordFitsAPacketAndKeepsItsSixTexts) {
+  SimWaypoint longest;
+  longest.ident = longest.comment = longest.facility = longest.city = longest.address = longest.cross_road =
+      std::string(300, 'W');
+  for (const int format : {108, 109, 110}) {
+    const Bytes record = *encode_waypoint(format, longest);
+    EXPECT_EQ(record.size(), 255u) << format;
+    EXPECT_EQ(record.back(), 0) << format;
+    const auto texts = record.begin() + (format == 108 ? 48 : format == 109 ? 52 : 62);
+    EXPECT_EQ(std::count(texts, record.end(), 0), 6) << format;
+  }
+}
+
+TEST(EncodeWaypoint, D155PlacesTheAviationFieldsBehindTheDistance) {
+  SimWaypoint waypoint = sample();
+  waypoint.name = "FIELD";
+  waypoint.waypoint_class = 0x40;
+  const Bytes record = *encode_waypoint(155, waypoint);
+  EXPECT_EQ(slice(record, 58, 10), (Bytes{0, 0, 0x48, 0x43, 'F', 'I', 'E', 'L', 'D', ' '}));
+  EXPECT_EQ(slice(record, 116, 11), (Bytes{'N', 'V', 101, 0, 'U', 'S', 0, 0, 151, 0, 5}));
+}
+
+TEST(EncodeWaypoint, TheUserClassHasAnotherNumberInEachAviationFormat) {
+  const SimWaypoint user;
+  EXPECT_EQ((*encode_waypoint(150, user))[8], 4);
+  EXPECT_EQ((*encode_waypoint(151, user))[123], 2);
+  EXPECT_EQ((*encode_waypoint(154, user))[123], 4);
+  SimWaypoint vor;
+  vor.waypoint_class = 0x43;
+  EXPECT_EQ((*encode_waypoint(151, vor))[123], 1);
+  EXPECT_EQ((*encode_waypoint(450, vor, 3))[10], 3);
+  EXPECT_EQ((*encode_waypoint(450, vor, 3))[0], 3);
+}
+
+TEST(EncodeWaypoint, D106OfAUserPointHasNoSubclass) {
+  SimWaypoint waypoint = sample();
+  waypoint.link_ident = "HWY 5";
+  Bytes expected(14, 0);
+  expected.insert(expected.end(),
+                  {0, 0, 0, 0x20, 0, 0, 0, 0xC0, 151, 0, 'C', 'A', 'M', 'P', 0, 'H', 'W', 'Y', ' ', '5', 0});
+  EXPECT_EQ(encode_waypoint(106, waypoint), expected);
+  waypoint.waypoint_class = 0x80;
+  EXPECT_EQ(slice(*encode_waypoint(106, waypoint), 0, 14),
+            (Bytes{0x80, 0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}));
+}
+
+TEST(EncodeWaypoint, PositionsAtAndBeyondTheEdgesStayOnTheGlobe) {
+  SimWaypoint waypoint;
+  waypoint.latitude = 90;
+  waypoint.longitude = 180;
+  EXPECT_EQ(slice(*encode_waypoint(105, waypoint), 0, 8), (Bytes{0, 0, 0, 0x40, 0, 0, 0, 0x80}));
+  waypoint.latitude = std::numeric_limits<double>::quiet_NaN();
+  waypoint.longitude = 1e300;
+  EXPECT_EQ(slice(*encode_waypoint(105, waypoint), 0, 8), (Bytes{0, 0, 0, 0, 0, 0, 0, 0x80}));
+}
+
+TEST(EncodeWaypoint, ASymbolThatTheFormatCannotNameBecomesADot) {
+  SimWaypoint summit;
+  summit.symbol = 8246;
+  EXPECT_EQ((*encode_waypoint(101, summit))[62], 18);
+  EXPECT_EQ((*encode_waypoint(403, summit))[58], 0);
+  EXPECT_EQ(slice(*encode_waypoint(102, summit), 62, 2), (Bytes{0x36, 0x20}));
+}
+
+TEST(EncodeRoute, HeadersAndLinks) {
+  SimRoute route{.number = 7, .name = "LAKE", .points = {}, .links = {}};
+  EXPECT_EQ(encode_route_header(200, route), (Bytes{7}));
+  Bytes d201{7, 'L', 'A', 'K', 'E'};
+  d201.resize(21, ' ');
+  EXPECT_EQ(encode_route_header(201, route), d201);
+  EXPECT_EQ(encode_route_header(202, route), (Bytes{'L', 'A', 'K', 'E', 0}));
+  EXPECT_EQ(encode_route_link(SimRouteLink{.link_class = 0xFF, .ident = "B5"}),
+            (Bytes{0xFF, 0,    0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF, 0xFF,
+                   0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 'B',  '5',  0}));
+}
+
+TEST(EncodeTrack, HeadersAndPoints) {
+  const SimTrack track{.name = "A 1", .colour = 12, .points = {}};
+  EXPECT_EQ(encode_track_header(310, track, 4), (Bytes{1, 12, 'A', ' ', '1', 0}));
+  EXPECT_EQ(encode_track_header(311, track, 0x0104), (Bytes{4, 1}));
+  SimTrackPoint point{.latitude = 45, .longitude = -90, .time = 1, .altitude = 100.5F, .depth = {}};
+  EXPECT_EQ(encode_track_point(300, point, true), (Bytes{0, 0, 0, 0x20, 0, 0, 0, 0xC0, 1, 0, 0, 0, 1}));
+  point.time = 0;
+  EXPECT_EQ(encode_track_point(302, point, false),
+            (Bytes{0, 0,    0,    0x20, 0,    0,    0,    0xC0, 0xFF, 0xFF, 0xFF, 0xFF, 0,
+                   0, 0xC9, 0x42, 0x51, 0x59, 0x04, 0x69, 0x51, 0x59, 0x04, 0x69, 0}));
+}
+
+TEST(EncodeWaypoint, AFormatThatIsNoneGivesNoRecord) {
+  EXPECT_FALSE(encode_waypoint(120, SimWaypoint{}));
+  EXPECT_FALSE(encode_route_header(203, SimRoute{}));
+  EXPECT_FALSE(encode_track_header(301, SimTrack{}, 0));
+  EXPECT_FALSE(encode_track_point(303, SimTrackPoint{}, false));
+}
+
+}  // namespace
+}  // namespace simulators

@@ -1,0 +1,21 @@
+// The built-in simulated Garmin receiver as the port "sim:garmin".
+#pragma once
+
+#include "simulators/garmin_simulator.h"
+#include "simulators/simulated_device.h"
+
+namespace simulators {
+
+inline constexpr const char* kGarminPortName = "sim:garmin";
+
+class GarminSimDevice : public SimulatedDevice {
+ public:
+  // The clock must outlive the device.
+  GarminSimDevice(const SimulatedData& data, const GarminOptions& options, base::Clock& clock)
+      : SimulatedDevice(kGarminPortName, simulator_, clock), simulator_(data, options, clock) {}
+
+ private:
+  GarminSimulator simulator_;  // the base class keeps a reference only
+};
+
+}  // namespace simulators

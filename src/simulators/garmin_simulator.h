@@ -1,0 +1,96 @@
+// A Garmin receiver as seen from the wire: identifies itself, sends what it holds and answers the single
+// commands, after the maker's published serial interface. Framing, record formats and product table are its
+// own, so that a mistake in the program's cannot cancel itself out here. Packets that it has no use for are
+// acknowledged and ignored, as early receivers do.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/clock.h"
+#include "simulators/garmin_framing.h"
+#include "simulators/garmin_memory.h"
+#include "simulators/garmin_options.h"
+#include "simulators/simulated_data.h"
+#include "simulators/simulated_receiver.h"
+#include "simulators/wire.h"
+
+namespace simulators {
+
+class GarminSimulator : public SimulatedReceiver {
+ public:
+  // The clock must outlive the receiver. Options with a problem (garmin_options_problem) are taken as far as
+  // they go.
+  GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock);
+
+  void receive(std::span<const std::uint8_t> bytes) override;
+  [[nodiscard]] std::size_t input_room() override;
+  [[nodiscard]] bool output_ready() override;
+  std::optional<std::uint8_t> take_output() override;
+  [[nodiscard]] std::chrono::microseconds next_output_in(
+      std::chrono::microseconds batch = std::chrono::microseconds{0}) override;
+  [[nodiscard]] bool unplugged() override;
+
+ private:
+  using Time = std::chrono::microseconds;
+  struct Command;
+  static std::span<const Command> commands();
+
+  // Lives through everything that happens up to now. Each event counts from the moment it was due, however
+  // late the host looks, so that delays of the host's scheduling do not add up.
+  void advance();
+  [[nodiscard]] std::optional<Time> next_event() const;
+  void on_byte(std::uint8_t byte, Time at);
+  void on_packet(const Packet& packet, Time at);
+  void on_acknowledged(const Packet& ack, Time at);
+  void on_command(const Packet& packet, Time at);
+
+  // Starts to send these packets, each after the acknowledgement of the one before; what was under way is
+  // dropped.
+  void send_all(std::vector<Packet> packets, Time at);
+  void send_next(Time at);
+  void repeat(Time at);
+  void stop_sending();
+  // Sends a packet for the first time, with the faults that are due at it.
+  void send_new(const Packet& packet, Time at);
+  void answer(std::uint8_t id, std::uint8_t answered_id, Time at);
+  void put_on_wire(const base::Bytes& bytes, Time at);
+
+  void send_product_data(Time at);
+  void send_records(const GarminMemory::Records& records, std::uint16_t command, Time at);
+  void abort_transfer(Time at);
+  void send_date_time(Time at);
+  void send_position(Time at);
+  void send_voltages(Time at);
+  void start_pvt(Time at);
+  void stop_pvt(Time at);
+  void send_pvt(Time at);
+  void power_off(Time at);
+
+  const base::Clock& clock_;
+  GarminOptions options_;
+  CapabilityArray capabilities_;
+  LinkIds ids_;
+  GarminMemory memory_;
+  SimWaypoint here_;  // where the receiver believes to be
+
+  Wire input_;
+  Wire output_;
+  PacketFinder finder_;
+
+  std::vector<Packet> outgoing_;
+  std::size_t next_outgoing_ = 0;     // the packet that waits for its acknowledgement
+  int repetitions_ = 0;               // of that packet, for want of an acknowledgement
+  std::optional<Time> ack_deadline_;  // set while a packet waits
+  std::optional<Time> pvt_due_;       // set while position-velocity-time data is on
+
+  int packets_sent_ = 0;
+  bool loses_next_ack_ = false;
+  bool silent_ = false;
+  bool unplugged_ = false;
+  bool off_ = false;
+};
+
+}  // namespace simulators

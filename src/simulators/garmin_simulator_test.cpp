@@ -1,0 +1,364 @@
+#include "simulators/garmin_simulator.h"
+
+#include <gtest/gtest.h>
+
+#include "simulators/built_in_data.h"
+#include "tests/support/stepping_clock.h"
+
+namespace simulators {
+namespace {
+
+using base::Bytes;
+using namespace std::chrono_literals;
+
+// What a host sends, and what it gets, byte for byte.
+const Bytes kAskProduct{0x10, 0xFE, 1, 0x20, 0xE1, 0x10, 3};
+const Bytes kProductAsked{0x10, 6, 2, 0xFE, 0, 0xFA, 0x10, 3};
+const Bytes kProduct7{0x10, 0xFF, 8, 7, 0, 0xFA, 0, 'G', 'P', 'S', 0, 0x0E, 0x10, 3};
+const Bytes kCommandTaken{0x10, 6, 2, 10, 0, 0xEE, 0x10, 3};
+const Bytes kOneRecord{0x10, 27, 2, 1, 0, 0xE2, 0x10, 3};
+const Bytes kWaypointsDone{0x10, 12, 2, 7, 0, 0xEB, 0x10, 3};
+
+Bytes ask(std::uint8_t command) {
+  return {0x10, 10, 2, command, 0, static_cast<std::uint8_t>(0xF4 - command), 0x10, 3};
+}
+Bytes ack(std::uint8_t id) { return {0x10, 6, 2, id, 0, static_cast<std::uint8_t>(0xF8 - id), 0x10, 3}; }
+Bytes nak(std::uint8_t id) { return {0x10, 21, 2, id, 0, static_cast<std::uint8_t>(0xE9 - id), 0x10, 3}; }
+
+// The record of SimulatedData{one_waypoint()} in D100, framed.
+Bytes waypoint_a1() {
+  Bytes frame{0x10, 35, 58, 'A', '1', ' ', ' ', ' ', ' ', 0, 0, 0, 0x20, 0, 0, 0, 0xC0, 0, 0, 0, 0};
+  frame.resize(frame.size() + 40, ' ');
+  frame.insert(frame.end(), {0xD1, 0x10, 3});
+  return frame;
+}
+SimulatedData one_waypoint() {
+  SimulatedData data;
+  data.waypoints.emplace_back();
+  data.waypoints[0].ident = "A1";
+  data.waypoints[0].latitude = 45;
+  data.waypoints[0].longitude = -90;
+  return data;
+}
+
+Bytes operator+(Bytes left, const Bytes& right) {
+  left.insert(left.end(), right.begin(), right.end());
+  return left;
+}
+
+class GarminSimulatorTest : public testing::Test {
+ protected:
+  // Product 7 sends no array, speaks D100 and D200, and has no tracks.
+  void make(const SimulatedData& data, std::vector<Fault> faults = {}, std::uint16_t product = 7) {
+    options.product_id = product;
+    options.description = "GPS";
+    options.faults = std::move(faults);
+    receiver.emplace(data, options, clock);
+  }
+  Bytes heard() {
+    Bytes bytes;
+    while (const auto byte = receiver->take_output()) bytes.push_back(*byte);
+    return bytes;
+  }
+  Bytes say(const Bytes& bytes) {
+    receiver->receive(bytes);
+    return heard();
+  }
+  // Asks for a transfer and acknowledges all of it: the packets' ids in order, and their data.
+  std::vector<Packet> download(std::uint8_t command) {
+    std::vector<Packet> packets;
+    PacketFinder finder;
+    for (Bytes bytes = say(ask(command)); !bytes.empty();) {
+      std::optional<Packet> last;
+      for (const std::uint8_t byte : bytes) {
+        const auto frame = finder.feed(byte);
+        if (frame && frame->packet.id != 6) last = frame->packet;
+      }
+      if (!last) break;
+      packets.push_back(*last);
+      bytes = say(ack(last->id));
+    }
+    return packets;
+  }
+  static std::vector<int> ids(const std::vector<Packet>& packets) {
+    std::vector<int> result;
+    for (const Packet& packet : packets) result.push_back(packet.id);
+    return result;
+  }
+
+  support::SteppingClock clock;
+  GarminOptions options;
+  std::optional<GarminSimulator> receiver;
+};
+
+TEST_F(GarminSimulatorTest, AReceiverWithoutArrayAnswersTheProductRequestWithProductDataOnly) {
+  make({});
+  EXPECT_EQ(say(kAskProduct), kProductAsked + kProduct7);
+  EXPECT_EQ(say(ack(255)), Bytes{});
+}
+
+TEST_F(GarminSimulatorTest, AnArrayFollowsTheAcknowledgedProductDataAtOnce) {
+  options.protocols = "L001 A010";
+  make({});
+  EXPECT_EQ(say(kAskProduct), kProductAsked + kProduct7);
+  EXPECT_EQ(say(ack(255)), (Bytes{0x10, 253, 6, 'L', 1, 0, 'A', 10, 0, 0x65, 0x10, 3}));
+  EXPECT_EQ(say(ack(253)), Bytes{});
+}
+
+TEST_F(GarminSimulatorTest, AWaypointTransferGoesCountRecordEnd) {
+  make(one_waypoint());
+  EXPECT_EQ(say(ask(7)), kCommandTaken + kOneRecord);
+  EXPECT_EQ(say(ack(27)), waypoint_a1());
+  EXPECT_EQ(say(ack(35)), kWaypointsDone);
+  EXPECT_EQ(say(ack(12)), Bytes{});
+}
+
+TEST_F(GarminSimulatorTest, AnAcknowledgementOfOneDataByteCounts) {
+  make(one_waypoint());
+  say(ask(7));
+  EXPECT_EQ(say({0x10, 6, 1, 27, 0xDE, 0x10, 3}), waypoint_a1());
+}
+
+TEST_F(GarminSimulatorTest, AKindWithNothingInItIsAnnouncedAsNoRecords) {
+  make({});
+  EXPECT_EQ(say(ask(4)), kCommandTaken + (Bytes{0x10, 27, 2, 0, 0, 0xE3, 0x10, 3}));
+  EXPECT_EQ(say(ack(27)), (Bytes{0x10, 12, 2, 4, 0, 0xEE, 0x10, 3}));
+}
+
+TEST_F(GarminSimulatorTest, KindsCommandsAndPacketsThatItDoesNotKnowAreAcknowledgedAndNothingFollows) {
+  make(believable_weekend());
+  EXPECT_EQ(say(ask(6)), kCommandTaken);  // this product has no tracks
+  EXPECT_EQ(say(ask(99)), kCommandTaken);
+  EXPECT_EQ(say({0x10, 10, 0, 0xF6, 0x10, 3}), kCommandTaken);
+  EXPECT_EQ(say({0x10, 43, 1, 9, 0xCB, 0x10, 3}), ack(43));
+  EXPECT_EQ(say(kAskProduct), kProductAsked + kProduct7);
+}
+
+TEST_F(GarminSimulatorTest, RoutesWithLinksHaveALinkBetweenPointsButNoneAfterTheLast) {
+  SimulatedData data = one_waypoint();
+  SimRoute route{.number = 1, .name = "R", .points = {}, .links = {}};
+  route.points.assign(3, data.waypoints[0]);
+  route.links = {std::nullopt, SimRouteLink{.link_class = 1, .ident = "B"}};
+  data.routes = {route, route};
+  make(data, {}, 128);
+  const std::vector<Packet> packets = download(4);
+  EXPECT_EQ(ids(packets), (std::vector{27, 29, 30, 98, 30, 98, 30, 29, 30, 98, 30, 98, 30, 12}));
+  EXPECT_EQ(packets[0].data, (Bytes{12, 0}));
+  EXPECT_EQ(packets[3].data[0], 3);
+  EXPECT_EQ(packets[5].data[0], 1);
+}
+
+TEST_F(GarminSimulatorTest, TracksRunTogetherWithoutHeadersOnAnOldReceiver) {
+  SimulatedData data;
+  data.tracks = {{.name = "ONE", .points = std::vector<SimTrackPoint>(2)}, {.name = "TWO", .points = {{}}}};
+  make(data, {}, 77);
+  std::vector<Packet> packets = download(6);
+  ASSERT_EQ(ids(packets), (std::vector{27, 34, 34, 34, 12}));
+  EXPECT_EQ(packets[1].data[12], 1);
+  EXPECT_EQ(packets[2].data[12], 0);
+  EXPECT_EQ(packets[3].data[12], 1);
+  make(data, {}, 128);
+  EXPECT_EQ(ids(download(6)), (std::vector{27, 99, 34, 34, 99, 34, 12}));
+}
+
+TEST_F(GarminSimulatorTest, AnAviationReceiverHasItsOwnPacketsAndCommandsUnderEitherCommandPacket) {
+  make(believable_weekend(), {}, 20);
+  const std::vector<Packet> packets = download(21);
+  ASSERT_EQ(packets.size(), 32u);
+  EXPECT_EQ(packets[0].id, 35);
+  EXPECT_EQ(packets[1].id, 43);
+  EXPECT_EQ(packets[1].data.size(), 115u);
+  EXPECT_EQ(packets[31].data, (Bytes{21, 0}));
+  EXPECT_EQ(say({0x10, 11, 2, 8, 0, 0xEB, 0x10, 3}),
+            ack(11) + (Bytes{0x10, 35, 2, 28, 0, 0xBF, 0x10, 3}));  // 3 headers and 9 + 8 + 8 points
+  EXPECT_EQ(say(ask(7)), kCommandTaken);
+}
+
+TEST_F(GarminSimulatorTest, AbortStopsATransferAndTheNextBeginsAnew) {
+  make(one_waypoint());
+  say(ask(7));
+  EXPECT_EQ(say(ask(0)), kCommandTaken);
+  EXPECT_EQ(say(ack(27)), Bytes{});
+  EXPECT_EQ(say(ask(7)), kCommandTaken + kOneRecord);
+  EXPECT_EQ(say(ask(7)), kCommandTaken + kOneRecord);
+}
+
+TEST_F(GarminSimulatorTest, ADamagedPacketOfTheHostIsAnsweredWithNak) {
+  make({});
+  EXPECT_EQ(say({0x10, 10, 2, 7, 0, 0xEC, 0x10, 3}), nak(10));
+}
+
+TEST_F(GarminSimulatorTest, ANakAndAnAcknowledgementOfSomethingElseMakeItRepeat) {
+  make(one_waypoint());
+  say(ask(7));
+  EXPECT_EQ(say(nak(35)), kOneRecord);
+  EXPECT_EQ(say(ack(34)), kOneRecord);
+  EXPECT_EQ(say(ack(27)), waypoint_a1());
+}
+
+TEST_F(GarminSimulatorTest, WithoutAcknowledgementItRepeatsThreeTimesTwoSecondsApartAndGivesUp) {
+  make(one_waypoint());
+  say(ask(7));
+  clock.now = 1999ms;
+  EXPECT_EQ(heard(), Bytes{});
+  clock.now = 2s;
+  EXPECT_EQ(heard(), kOneRecord);
+  EXPECT_EQ(receiver->next_output_in(), 2s);
+  clock.now = 100s;
+  EXPECT_EQ(heard(), kOneRecord + kOneRecord);
+  EXPECT_EQ(say(ack(27)), Bytes{});
+  EXPECT_EQ(receiver->next_output_in(), SimulatedReceiver::kNever);
+}
+
+TEST_F(GarminSimulatorTest, DateTimePositionAndVoltagesAreOnePacketEach) {
+  SimulatedData data = one_waypoint();
+  data.waypoints[0].latitude = 0;
+  make(data);
+  // 2001-09-09 01:46:40 UTC.
+  EXPECT_EQ(say(ask(5)), kCommandTaken + (Bytes{0x10, 14, 8, 9, 9, 0xD1, 7, 1, 0, 46, 40, 0xA9, 0x10, 3}));
+  const Bytes position = say(ask(2));  // -90 degrees are -1.5707963267948966 = 0xBFF921FB54442D18
+  EXPECT_EQ(Bytes(position.begin() + 8, position.end()),
+            (Bytes{0x10, 17,   0x10, 0x10, 0,    0,    0,    0,    0,    0,    0, 0,
+                   0x18, 0x2D, 0x44, 0x54, 0xFB, 0x21, 0xF9, 0xBF, 0x2E, 0x10, 3}));
+  EXPECT_EQ(say(ask(17)), kCommandTaken + (Bytes{0x10, 40, 4, 0x4B, 2, 0, 0, 0x87, 0x10, 3}));
+}
+
+TEST_F(GarminSimulatorTest, PositionVelocityTimeComesEverySecondWithoutWaitingForAcknowledgements) {
+  make(one_waypoint(), {}, 128);
+  // 64 data bytes in a frame of 6 and one doubled DLE; the week began 4270 days (0x10AE) after 1989-12-31.
+  const Bytes first = say(ask(49));
+  ASSERT_EQ(first.size(), kCommandTaken.size() + 64 + 6 + 1);
+  EXPECT_EQ(Bytes(first.end() - 10, first.end() - 3), (Bytes{18, 0, 0xAE, 0x10, 0x10, 0, 0}));
+  EXPECT_EQ(receiver->next_output_in(), 1s);
+  clock.now = 1s;
+  EXPECT_EQ(heard().size(), 64u + 6 + 1);
+  EXPECT_EQ(say(ack(51)), Bytes{});
+  EXPECT_EQ(say(ask(50)), kCommandTaken);
+  EXPECT_EQ(receiver->next_output_in(), SimulatedReceiver::kNever);
+}
+
+TEST_F(GarminSimulatorTest, AfterPowerOffNothingIsAnsweredButTheCommand) {
+  make(one_waypoint());
+  EXPECT_EQ(say(ask(8)), kCommandTaken);
+  EXPECT_EQ(say(kAskProduct), Bytes{});
+}
+
+TEST_F(GarminSimulatorTest, ADroppedAcknowledgementMakesItRepeatThatPacketAfterTwoSeconds) {
+  make(one_waypoint(), {{Fault::Kind::DropAck, 2}});
+  say(ask(7));
+  EXPECT_EQ(say(ack(27)), waypoint_a1());
+  EXPECT_EQ(say(ack(35)), Bytes{});
+  clock.now = 2s;
+  EXPECT_EQ(heard(), waypoint_a1());
+  EXPECT_EQ(say(ack(35)), kWaypointsDone);
+}
+
+TEST_F(GarminSimulatorTest, ABadChecksumIsSentOnceAndPutRightAfterTheNak) {
+  make(one_waypoint(), {{Fault::Kind::BadChecksum, 1}});
+  EXPECT_EQ(say(ask(7)), kCommandTaken + (Bytes{0x10, 27, 2, 1, 0, 0xE3, 0x10, 3}));
+  EXPECT_EQ(say(nak(27)), kOneRecord);
+  EXPECT_EQ(say(ack(27)), waypoint_a1());
+}
+
+TEST_F(GarminSimulatorTest, ASilentReceiverSendsNothingFromThatPacketOn) {
+  make(one_waypoint(), {{Fault::Kind::Silent, 2}});
+  EXPECT_EQ(say(ask(7)), kCommandTaken + kOneRecord);
+  EXPECT_EQ(say(ack(27)), Bytes{});
+  EXPECT_EQ(say(kAskProduct), Bytes{});
+  clock.now = 60s;
+  EXPECT_EQ(heard(), Bytes{});
+  EXPECT_FALSE(receiver->unplugged());
+}
+
+TEST_F(GarminSimulatorTest, AnUnpluggedReceiverIsGoneInsteadOfThatPacket) {
+  make(one_waypoint(), {{Fault::Kind::Unplug, 2}});
+  say(ask(7));
+  EXPECT_FALSE(receiver->unplugged());
+  EXPECT_EQ(say(ack(27)), Bytes{});
+  EXPECT_TRUE(receiver->unplugged());
+  EXPECT_EQ(receiver->next_output_in(), SimulatedReceiver::kNever);
+}
+
+TEST_F(GarminSimulatorTest, NoiseComesBeforeThePacketAndSeemsToEndNone) {
+  make(one_waypoint(), {{Fault::Kind::Noise, 2}});
+  say(ask(7));
+  Bytes noisy = say(ack(27));
+  const Bytes record = waypoint_a1();
+  ASSERT_EQ(noisy.size(), 24 + record.size());
+  EXPECT_TRUE(std::equal(record.begin(), record.end(), noisy.begin() + 24));
+  EXPECT_EQ(std::count(noisy.begin(), noisy.begin() + 24, 3), 0);
+  EXPECT_EQ(say(nak(35)), record);
+}
+
+TEST_F(GarminSimulatorTest, AtNineThousandSixHundredEachByteTakesItsTimeBothWays) {
+  options.baud = 9600;
+  make({});
+  receiver->receive(kAskProduct);  // 7 bytes: 7291.7 us; the first byte of the answer 1041.7 us later
+  clock.now = 8333us;
+  EXPECT_FALSE(receiver->output_ready());
+  EXPECT_EQ(receiver->next_output_in(), 1us);
+  clock.now = 8334us;
+  EXPECT_EQ(receiver->take_output(), 0x10);
+  EXPECT_FALSE(receiver->output_ready());
+  clock.now = 9376us;
+  EXPECT_EQ(heard(), (Bytes{6}));
+  EXPECT_EQ(receiver->next_output_in(4ms), 4166us);  // the next byte and the three within 4 ms of it
+  clock.now = 60ms;
+  EXPECT_EQ(heard().size(), kProductAsked.size() - 2 + kProduct7.size());
+}
+
+TEST_F(GarminSimulatorTest, AWholeDownloadTakesTheWireTimeOfItsBytesHoweverLateTheHostLooks) {
+  options.baud = 9600;
+  make(believable_weekend(), {}, 128);
+  std::int64_t bytes = 8;
+  receiver->receive(ask(6));
+  PacketFinder finder;
+  bool done = false;
+  while (!done) {
+    clock.pause(receiver->next_output_in(8ms));
+    while (const auto byte = receiver->take_output()) {
+      ++bytes;
+      const auto frame = finder.feed(*byte);
+      if (!frame || frame->packet.id == 6) continue;
+      done = frame->packet.id == 12;
+      if (done) break;
+      receiver->receive(ack(frame->packet.id));
+      bytes += 8;
+    }
+  }
+  EXPECT_GT(bytes, 30000);
+  // The acknowledgement of the command and the first packet run while nobody waits; rounding costs 1 us a
+  // turn.
+  EXPECT_NEAR(static_cast<double>(clock.now.count()), static_cast<double>(bytes) / 960 * 1e6, 5000);
+}
+
+TEST_F(GarminSimulatorTest, MegabytesWithoutEndLeaveItAnswering) {
+  make({});
+  Bytes endless{0x10, 10};
+  endless.resize(2'000'000, 0x41);
+  EXPECT_EQ(say(endless), Bytes{});
+  EXPECT_EQ(say({0x10, 3}), nak(10));
+  EXPECT_EQ(say(kAskProduct), kProductAsked + kProduct7);
+}
+
+TEST_F(GarminSimulatorTest, AHostThatFloodsTheLineLosesBytesInsteadOfFillingTheMemory) {
+  options.baud = 9600;
+  make({});
+  receiver->receive(Bytes(10'000'000, 0x41));
+  EXPECT_EQ(receiver->input_room(), 0u);
+  clock.now = 5s;  // the time of the 4096 bytes that the line took, and no more
+  EXPECT_EQ(receiver->input_room(), 4096u);
+  receiver->receive(kAskProduct);
+  clock.now = 6s;
+  EXPECT_EQ(heard(), kProductAsked + kProduct7);
+}
+
+TEST_F(GarminSimulatorTest, AHostThatNeverReadsCannotFillTheMemory) {
+  make(one_waypoint());
+  for (int i = 0; i < 20000; ++i) receiver->receive(ask(7));
+  EXPECT_LE(heard().size(), 65536u);
+  EXPECT_EQ(say(ask(7)), kCommandTaken + kOneRecord);
+}
+
+}  // namespace
+}  // namespace simulators

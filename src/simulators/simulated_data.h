@@ -1,0 +1,70 @@
+// What a simulated receiver is filled with, in plain values. Positions are WGS-84 degrees, lengths metres,
+// times seconds since 1989-12-31 00:00:00 UTC with 0 for none; texts are Latin-1 of any length and are cut by
+// the record format that carries them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace simulators {
+
+// Subclass bytes of points and links that do not come from a map.
+inline constexpr std::array<std::uint8_t, 18> kPlainSubclass{
+    0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+
+struct SimWaypoint {
+  std::string ident, comment, facility, city, address, cross_road;
+  std::string state, country;  // two letters each
+  std::string name;            // facility name of the aviation formats; `facility` where it is empty
+  std::string link_ident;      // D106 only
+  double latitude = 0;
+  double longitude = 0;
+  std::optional<float> altitude, depth, proximity;
+  std::uint16_t symbol = 18;        // symbol_type; 18 is the waypoint dot
+  int display_mode = 3;             // 1 symbol, 3 symbol and name, 5 symbol and comment
+  std::uint8_t colour = 255;        // 0 to 15, 255 the receiver's default
+  std::uint8_t waypoint_class = 0;  // numbered as in D108: 0 user, 0x40 airport, ...; 255 counts as user
+  std::array<std::uint8_t, 18> subclass = kPlainSubclass;
+  std::uint32_t time = 0;
+};
+
+// The leg from one route point to the next.
+struct SimRouteLink {
+  std::uint16_t link_class = 3;  // 0 line, 1 link, 2 net, 3 direct, 0xFF snap
+  std::array<std::uint8_t, 18> subclass = kPlainSubclass;
+  std::string ident;
+};
+
+struct SimRoute {
+  int number = 0;
+  std::string name;
+  std::vector<SimWaypoint> points;
+  // Element i is the leg from point i to point i + 1; a direct leg where it is missing.
+  std::vector<std::optional<SimRouteLink>> links;
+};
+
+struct SimTrackPoint {
+  double latitude = 0;
+  double longitude = 0;
+  std::uint32_t time = 0;
+  std::optional<float> altitude, depth;
+  bool starts_segment = false;
+};
+
+struct SimTrack {
+  std::string name;
+  std::uint8_t colour = 255;  // 0 to 15, 255 the receiver's default
+  std::vector<SimTrackPoint> points;
+};
+
+struct SimulatedData {
+  std::vector<SimWaypoint> waypoints;
+  std::vector<SimRoute> routes;
+  std::vector<SimTrack> tracks;
+  std::vector<SimWaypoint> proximity;
+};
+
+}  // namespace simulators
