@@ -1,0 +1,200 @@
+// Reading what was written, and writing what was read.
+#include <tuple>
+
+#include "tests/support/text_file_fixture.h"
+
+namespace textfile {
+namespace {
+
+using store::ItemRecord;
+using support::kNoonSeconds;
+using support::TextFileTest;
+
+class RoundTrip : public TextFileTest {
+ protected:
+  RoundTrip() { settings.HandleReadDups = store::Duplicates::Ignore; }
+
+  // Everything of a record that a version 2 file keeps.
+  static auto kept(const ItemRecord& item) {
+    return std::tuple(item.kind, item.segment_flag, item.detail_kind, item.record_type, item.symbol_mode,
+                      item.time.seconds, item.altitude, item.depth, item.symbol, item.display_mode,
+                      item.waypoint_class, item.subclass, item.state.view(), item.country.view(),
+                      item.name.view(), item.ident.view(), item.comment.view(), item.facility.view(),
+                      item.city.view(), item.address.view(), item.cross_road.view(), item.link_ident.view(),
+                      item.has_route_link, item.link_class, item.link_subclass, item.route_link_ident.view());
+  }
+
+  // A record with something in every field.
+  ItemRecord full_item(std::string_view ident) {
+    ItemRecord full = store::blank_item();
+    full.ident = ident;
+    full.position = {-12.5, -100.25};
+    full.time = {kNoonSeconds};
+    full.display_mode = 3;
+    full.symbol = 8196;
+    full.symbol_mode = 5;
+    full.comment = "forty letters are the longest of comments";
+    full.altitude = -7.5F;
+    full.depth = 12.0F;
+    full.waypoint_class = 0x28;
+    full.subclass.fill(0xAB);
+    full.state = "SH";
+    full.country = "DE";
+    full.name = "Field; the northern one";
+    full.facility = "Light";
+    full.city = "Kiel";
+    full.address = "Quay 1";
+    full.cross_road = "Quay and River";
+    full.record_type = 108;
+    full.detail_kind = store::kFullDetails;
+    return full;
+  }
+
+  void expect_kept_by_a_file(const ItemRecord& item) {
+    store.clear_all();
+    store.CurrentItem = item;
+    push_waypoint();
+    const ItemRecord before = store.waypoint(1);
+    const std::string text = write();
+    store.clear_all();
+    ASSERT_EQ(read(text), 2);
+    EXPECT_EQ(kept(store.waypoint(1)), kept(before)) << text;
+    EXPECT_EQ(write(), text);
+  }
+};
+
+// Deliberate : unknown heights are 1e25 on track lines and 1e24 on detail lines.
+TEST_F(RoundTrip, ASampleOfEverythingIsWrittenAgainByteForByte) {
+  const std::string version2 = sample("everything_v2.txt");
+  EXPECT_EQ(read(version2), 22);
+  options.now_unix = 1024128000;  // 2002-06-15 08:00:00 UTC
+  options.offset_hours = -5;
+  options.offset_seconds = -5 * 3600;
+  EXPECT_EQ(write(), version2);
+
+  store.clear_all();
+  const std::string version1 = sample("everything_v1.txt");
+  EXPECT_EQ(read(version1), 13);
+  options.version = 1;
+  options.notation = geodesy::Notation::Dms;
+  options.offset_hours = 5.5;
+  options.offset_seconds = 19800;
+  EXPECT_EQ(write(), version1);
+}
+
+TEST_F(RoundTrip, EveryFieldOfAWaypointIsKept) {
+  ItemRecord item = full_item("AN IDENT OF FIFTY LETTERS; THE LONGEST THERE IS IN");
+  expect_kept_by_a_file(item);
+  item.has_route_link = 1;
+  item.link_class = 0x03FF;
+  item.link_subclass.fill(0xCD);
+  item.route_link_ident = "from, to";
+  expect_kept_by_a_file(item);
+  item.link_ident = "LINK OF AN OLDER TYPE";
+  expect_kept_by_a_file(item);
+  for (const int type : {109, 151}) {
+    item.record_type = static_cast<std::uint16_t>(type);
+    expect_kept_by_a_file(item);
+  }
+  item = full_item("A USER WAYPOINT");
+  item.detail_kind = store::kNoDetails;
+  item.waypoint_class = 0;
+  expect_kept_by_a_file(item);
+}
+
+TEST_F(RoundTrip, OldLongIdentWaypointsStayWhatTheyAreWhateverElseTheyHold) {
+  ItemRecord item = store::blank_item();
+  item.ident = "HARBOUR MASTERS OFFICE";
+  item.comment = "SP WAYPOINT";
+  item.display_mode = 5;
+  item.symbol_mode = 0;
+  item.detail_kind = store::kLongIdentDetails;
+  item.record_type = 105;
+  expect_kept_by_a_file(item);
+  item.record_type = 106;
+  item.waypoint_class = 0x40;
+  item.link_ident = "LINK TO SOMETHING";
+  item.subclass[12] = 7;
+  expect_kept_by_a_file(item);
+  item.ident = "AN IDENT OF FIFTY LETTERS, THE LONGEST THERE IS IN";
+  item.subclass[17] = 9;
+  item.altitude = 3;
+  item.has_route_link = 1;
+  expect_kept_by_a_file(item);
+}
+
+TEST_F(RoundTrip, TextsAtTheEdgeOfADegreeMinuteZoneOrBandComeBackAsTheyWere) {
+  struct Case {
+    geodesy::Notation notation;
+    std::string_view head, position;
+  };
+  for (const Case& c : {Case{geodesy::Notation::Dms, "M DMS\n", "N12 34 00.00 W100 59 60.00"},
+                        Case{geodesy::Notation::Dms, "M DMS\n", "S00 00 00.00 W000 00 00.00"},
+                        Case{geodesy::Notation::Dms, "M DMS\n", "N89 59 60.00 E179 59 60.00"},
+                        Case{geodesy::Notation::Dmm, "M DMM\n", "N12 60.0000 E007 00.0000"},
+                        Case{geodesy::Notation::Dmm, "M DMM\n", "N90 00.0000 W180 00.0000"},
+                        Case{geodesy::Notation::Ddd, "M DDD\n", "S00.0000000 E180.0000000"},
+                        Case{geodesy::Notation::Utm, "M UTM\n", "32N  166021.4        0.0"},
+                        Case{geodesy::Notation::Utm, "M UTM\n", "31M  500000.0 10000000.0"},
+                        Case{geodesy::Notation::Utm, "M UTM\n", "32U  285015.8  5542944.0"}}) {
+    const std::string line = "W  EDGE            " + std::string(c.position) + " ";
+    store.clear_all();
+    ASSERT_EQ(read(std::string(c.head) + line), 1) << c.position;
+    options.notation = c.notation;
+    EXPECT_EQ(written_lines()[0].substr(0, line.size()), line);
+  }
+}
+
+// Every degree of the globe, a little to both sides of it, in every notation.
+TEST_F(RoundTrip, WrittenPositionsPrintTheSameOnceRead) {
+  for (int degree = -179; degree < 180; ++degree) {
+    for (const double beside : {-1e-9, 0.0, 1e-9, 0.123456789}) {
+      start_waypoint("A");
+      item().position = {degree * 0.45 + beside, degree + beside};
+      push_waypoint();
+    }
+  }
+  settings.HandleReadDups = store::Duplicates::Merge;
+  for (const NotationWord& known : kNotationWords) {
+    options.notation = known.notation;
+    const store::ItemStore::Contents before = store.contents();
+    const std::string text = write();
+    store.clear_all();
+    read(text);
+    EXPECT_EQ(write(), text);
+    store.restore(before);
+  }
+}
+
+TEST_F(RoundTrip, AnotherDatumComesBackWithinCentimetres) {
+  for (const std::string datum : {"European_1950", "NAD27_CONUS", "Tokyo_mean"}) {
+    store.clear_all();
+    start_waypoint("A");
+    item().position = {40.0, -100.0};
+    push_waypoint();
+    options.datum = datum;
+    options.notation = geodesy::Notation::Ddd;
+    const std::string text = write();
+    store.clear_all();
+    read(text);
+    EXPECT_LT(geodesy::great_circle_distance(store.waypoint(1).position, {40.0, -100.0},
+                                             geodesy::DistanceUnit::Metres),
+              0.5)
+        << datum;
+    EXPECT_GT(std::abs(base::leading_number(text.substr(text.find("\nW  A") + 21)) - 40.0), 1e-6) << datum;
+  }
+}
+
+TEST_F(RoundTrip, APoleKeepsItsPlaceInAnyDatum) {
+  start_waypoint("POLE");
+  item().position = {90, 12};
+  push_waypoint();
+  options.datum = "European_1950";
+  const std::string text = write();
+  store.clear_all();
+  EXPECT_EQ(read(text), 2);
+  EXPECT_NEAR(store.waypoint(1).position.latitude, 90, 1e-3);
+}
+
+}  // namespace
+}  // namespace textfile

@@ -1,0 +1,175 @@
+#include "textfile/text_writer.h"
+
+#include "tests/support/text_file_fixture.h"
+
+namespace textfile {
+namespace {
+
+using support::kNoonSeconds;
+using support::TextFileTest;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+TEST_F(TextFileTest, EmptyStoresGiveTheHeaderAlone) {
+  options.now_unix = 1022932800;  // 2002-06-01 12:00:00 UTC
+  options.datum = "European_1950";
+  options.notation = geodesy::Notation::Dms;
+  options.offset_hours = -5;
+  EXPECT_EQ(write(), "Version 2\n#Sat Jun 01 12:00:00 2002 GMT\nD European_1950\nM DMS\nZ -5.000000\n");
+  options.version = 1;
+  EXPECT_THAT(write(), StartsWith("#Sat"));
+}
+
+TEST_F(TextFileTest, AWaypointStandsInItsColumnsInEveryNotation) {
+  struct Case {
+    geodesy::Notation notation;
+    std::string version2, version1;
+  };
+  const std::string time = " Sat Jun 01 12:00:00 2002 ";
+  for (const Case& c : {Case{geodesy::Notation::Dmm, "W  QUAYSIDE        N54 19.5000 E010 08.7000",
+                             "W  QUAYSI N54 19.5000 E010 08.7000"},
+                        Case{geodesy::Notation::Dms, "W  QUAYSIDE        N54 19 30.00 E010 08 42.00",
+                             "W  QUAYSI N54 19 30.00 E010 08 42.00"},
+                        Case{geodesy::Notation::Ddd, "W  QUAYSIDE        N54.3250000 E010.1450000",
+                             "W  QUAYSI N54.3250000 E010.1450000"},
+                        Case{geodesy::Notation::Utm, "W  QUAYSIDE        32U  574466.8  6020286.8",
+                             "W  QUAYSI 32U  574466.8  6020286.8"}}) {
+    store.clear_all();
+    start_waypoint("QUAYSIDE");
+    item().comment = "Fuel";
+    item().time = {kNoonSeconds};
+    item().symbol = 18;
+    item().colour = 1;
+    item().display_mode = 3;
+    item().symbol_mode = 2;
+    push_waypoint();
+    options.notation = c.notation;
+    options.version = 2;
+    EXPECT_THAT(written_lines(), ElementsAre(c.version2 + time + "Fuel                ^   18^Red   ^S+N^2"));
+    options.version = 1;
+    EXPECT_THAT(written_lines(), ElementsAre(c.version1 + time + "Fuel                ;   18;3;2"));
+  }
+}
+
+TEST_F(TextFileTest, ColumnsAndKindsThatAreSwitchedOffAreLeftOut) {
+  start_waypoint("A");
+  item().time = {kNoonSeconds};
+  push_waypoint();
+  start_waypoint("P");
+  item().proximity_distance = 100;
+  ASSERT_EQ(store.push_proximity(), 0);
+  options.no_comments = options.no_symbols = options.zero_time = true;
+  options.offset_seconds = 3600;
+  const std::string place = "N54 19.5000 E010 08.7000 Sun Dec 31 00:00:00 1989 ";
+  // Proximity waypoints always get both columns.
+  const std::string alarm = "P  P               " + place + "                    ^    0^Black ^S+C^0^100.0  ";
+  EXPECT_THAT(written_lines(), ElementsAre("W  A               " + place, alarm));
+  options.waypoints = false;
+  EXPECT_THAT(written_lines(), ElementsAre(alarm));
+}
+
+TEST_F(TextFileTest, TimesAreLocalExceptOfEventsAndRoutePoints) {
+  options.offset_seconds = -5 * 3600;
+  const auto start = [this] {
+    start_waypoint("A");
+    item().time = {kNoonSeconds};
+  };
+  start();
+  push_waypoint();
+  store.start_route(4, "04", "Trip");
+  ASSERT_EQ(store.push_route(true), 0);
+  start();
+  ASSERT_EQ(store.push_route(true), 0);
+  start();
+  ASSERT_EQ(store.push_event(), 0);
+  const std::vector<std::string> lines = written_lines();
+  ASSERT_EQ(lines.size(), 6U);  // the route point is a waypoint too
+  EXPECT_THAT(lines[0], HasSubstr(" 07:00:00 "));
+  EXPECT_EQ(lines[2], "R  04 Trip");
+  EXPECT_THAT(lines[3], HasSubstr(" 12:00:00 "));
+  EXPECT_EQ(lines[4], "E  04");
+  EXPECT_THAT(lines[5], StartsWith("I  N54 19.5000 E010 08.7000 Sat Jun 01 12:00:00 2002 "));
+  EXPECT_THAT(TextWriter(store, shift, front_end).item_line(store.waypoint(1), options), lines[0]);
+}
+
+TEST_F(TextFileTest, DetailLinesAreWrittenForWhatTheColumnsCannotHold) {
+  start_waypoint("PLAIN AND SHORT");
+  push_waypoint();
+  EXPECT_EQ(written_lines().size(), 1U);
+  store.clear_all();
+  start_waypoint("UNKNOWN HEIGHT, LONG");
+  item().detail_kind = store::kFullDetails;
+  item().record_type = 108;
+  item().waypoint_class = 0x80;
+  item().subclass[17] = 0xFF;
+  item().facility = "Pier; north";
+  push_waypoint();
+  EXPECT_THAT(written_lines(),
+              ElementsAre(StartsWith("W  UNKNOWN HEIGHT, N54"),
+                          "c5 1e24, 1e24, 80 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 FF",
+                          "c6 UNKNOWN HEIGHT, LONG;Pier- north;;;;108;"));
+  store.clear_all();
+  start_waypoint("HARBOUR MASTERS OFFICE");
+  item().detail_kind = store::kLongIdentDetails;
+  item().record_type = 105;
+  push_waypoint();
+  EXPECT_THAT(written_lines(), ElementsAre(HasSubstr(" HARBOUR MASTERS OFFI^"), "c1 HARBOUR MASTERS OFFICE"));
+  options.version = 1;
+  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  HARBOU N54")));
+}
+
+TEST_F(TextFileTest, DistancesFollowTheSecondAndLaterPointsAndEachSegmentHasItsSum) {
+  options.distances = true;
+  const auto push_points = [this](const std::vector<double>& latitudes) {
+    for (const double latitude : latitudes) {
+      store.start_item();
+      item().position = {latitude, 0};
+      ASSERT_EQ(store.push_track(), 0);
+    }
+  };
+  push_points({10, 11, 13});
+  store.start_segment();
+  push_points({20});
+  const std::vector<std::string> lines = written_lines();
+  ASSERT_EQ(lines.size(), 10U);
+  // One degree of a sphere of 6367.5 km: 60.00747 nm.
+  EXPECT_EQ(lines[3], "; Dist:  60.0075 nm,  69.0554 sm, 111.1338 km");
+  EXPECT_EQ(lines[6], "; DSum: 180.0224 nm, 207.1662 sm, 333.4015 km");
+  EXPECT_THAT(lines[8], StartsWith("T  N20"));
+  EXPECT_EQ(lines[9], "; DSum:   0.0000 nm,   0.0000 sm,   0.0000 km");
+}
+
+TEST_F(TextFileTest, CharactersThatWouldBreakALineBecomeDashesAndAreCounted) {
+  start_waypoint("A^B\nW  C");
+  item().comment = "one;two^three";
+  push_waypoint();
+  options.version = 2;
+  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  A-B-W  C        N54")));
+  EXPECT_THAT(written_lines()[0], HasSubstr(" one;two-three "));
+  EXPECT_THAT(front_end.lines[2], StartsWith("2 texts "));
+  options.version = 1;
+  EXPECT_THAT(written_lines()[0], HasSubstr(" one-two^three "));
+}
+
+TEST_F(TextFileTest, WhatHasNoPositionIsLeftOutAndSaid) {
+  start_waypoint("NOWHERE");
+  item().position = {std::nan(""), 0};
+  push_waypoint();
+  EXPECT_THAT(written_lines(), IsEmpty());
+  EXPECT_THAT(front_end.lines[2], HasSubstr("1 items without a position"));
+}
+
+TEST_F(TextFileTest, AnUnknownDatumIsReportedOnceAFile) {
+  for (int i = 0; i < 3; ++i) {
+    start_waypoint("A");
+    push_waypoint();
+  }
+  options.datum = "Atlantis";
+  EXPECT_EQ(written_lines().size(), 3U);
+  EXPECT_EQ(front_end.boxes.size(), 1U);
+}
+
+}  // namespace
+}  // namespace textfile
