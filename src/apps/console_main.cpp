@@ -1,0 +1,54 @@
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include "apps/system_clock.h"
+#include "base/text.h"
+#include "session/session.h"
+#include "ui/console/arguments.h"
+#include "ui/console/console_program.h"
+#include "ui/title.h"
+
+namespace {
+
+#ifdef _WIN32
+constexpr char kPathSeparator = ';';
+#else
+constexpr char kPathSeparator = ':';
+#endif
+
+// The current directory, then those of the PATH.
+session::Surroundings surroundings(const char* program_name) {
+  std::error_code error;
+  session::Surroundings found{std::filesystem::current_path(error), {}, program_name};
+  found.datum_directories.push_back(found.start_directory);
+  if (const char* path = std::getenv("PATH"))
+    for (const std::string_view directory : base::split(path, kPathSeparator))
+      if (!directory.empty()) found.datum_directories.emplace_back(directory);
+  return found;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  using namespace ui::console;
+  const std::variant<Arguments, EndNow> parsed = parse_arguments(argc, argv);
+  if (const EndNow* end = std::get_if<EndNow>(&parsed)) {
+    std::cout << end->output;
+    std::cerr << end->error;
+    return end->exit_status;
+  }
+  const Arguments& arguments = std::get<Arguments>(parsed);
+  apps::SystemClock clock;
+  const std::unique_ptr<Terminal> terminal = make_terminal();
+  ConsoleScreen screen(*terminal, clock);
+  if (arguments.quiet) screen.set_mode(ConsoleScreen::Mode::Quiet);
+  if (arguments.trace) screen.set_mode(ConsoleScreen::Mode::Trace);
+  ui::Display display(screen);
+  session::Session session(clock, display, surroundings(argv[0]));
+  display.set_title_source([&session] { return ui::title_text(session); });
+  ConsoleProgram program(session, display, screen, *terminal, std::cout);
+  const int status = program.run(arguments);
+  std::cout.flush();
+  return std::cout ? status : ConsoleProgram::kFailed;
+}

@@ -1,0 +1,16 @@
+#include "session/ports.h"
+
+#include "serial/system_device.h"
+#include "simulators/garmin_sim_device.h"
+
+namespace session {
+
+std::unique_ptr<serial::SerialDevice> make_device(const std::string& port_name, const SimulatedGarmin& garmin,
+                                                  base::Clock& clock) {
+  if (port_name == kSimulatedGarmin)
+    return std::make_unique<simulators::GarminSimDevice>(garmin.data, garmin.options, clock);
+  if (port_name.starts_with("sim:")) return nullptr;
+  return serial::make_system_device();
+}
+
+}  // namespace session

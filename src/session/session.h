@@ -1,0 +1,82 @@
+// Everything of a running program but its user interface: settings, stores, geodesy, files, the port and what
+// stands behind it. Built once by a main program, which hands it the clock and the front end, and passed on
+// by reference.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "base/clock.h"
+#include "base/front_end.h"
+#include "garmin/link.h"
+#include "garmin/protocol_selection.h"
+#include "garmin/transfers.h"
+#include "geodesy/datum_shift.h"
+#include "geodesy/datum_table.h"
+#include "serial/com_port.h"
+#include "serial/debug_log.h"
+#include "serial/device_flags.h"
+#include "session/ports.h"
+#include "store/item_store.h"
+#include "store/settings.h"
+#include "textfile/file_dispatch.h"
+
+namespace session {
+
+inline constexpr std::string_view kVersion = PELORIX_VERSION;
+
+// What the system tells the program at its start.
+struct Surroundings {
+  std::filesystem::path start_directory;
+  std::vector<std::filesystem::path> datum_directories;  // where the user's datums are looked for, in order
+  std::string program_name;
+};
+
+class Session {
+ public:
+  // Clock and front end must outlive the session. `devices` makes the device behind a port name; where it is not
+  // given, make_device does.
+  Session(base::Clock& clock, base::FrontEnd& front_end, Surroundings surroundings,
+          serial::ComPort::DeviceFactory devices = {});
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  // Takes over what the settings say of family, port and speed; to be called when they have changed.
+  void apply_settings();
+  // Opens the serial debug log as the settings name it; false, after a message box, when that fails.
+  bool open_debug_log();
+
+  // Local time minus UTC for this run, from the settings and, once, the machine.
+  [[nodiscard]] double time_offset_hours() const;
+  // How native text is written now.
+  [[nodiscard]] textfile::TextOptions text_options() const;
+
+  // The single commands: true when the receiver answered. The texts go to the output lines.
+  bool get_gps_id();
+  bool get_supported_protocols();
+
+  base::Clock& clock;
+  base::FrontEnd& front_end;
+  const Surroundings surroundings;
+  store::Settings settings;
+  SimulatedGarmin simulated_garmin;  // taken when its port is first opened
+  serial::DeviceFlags flags;
+  store::ItemStore items;
+  geodesy::DatumTable datums;
+  geodesy::DatumShift shift;
+  textfile::FileDispatch files;
+  serial::ByteFormat debug_format = serial::ByteFormat::Hex;  // of the next debug log
+  serial::DebugLog debug_log;
+  serial::ComPort port;
+  garmin::GarminLink garmin_link;
+  garmin::ProtocolSelection garmin_selection;
+  garmin::GarminTransfers garmin_transfers;
+
+ private:
+  bool open_garmin();
+
+  const double machine_offset_hours_;
+};
+
+}  // namespace session

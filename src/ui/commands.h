@@ -1,0 +1,27 @@
+// The commands of the program: menu, console and accelerators all run them through this table.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "session/session.h"
+#include "ui/display.h"
+
+namespace ui {
+
+struct Command {
+  int id;
+  std::string_view menu;  // text with mnemonic, and the accelerator after a tab
+  std::string_view word;  // for the console program; empty where it has none
+  // What it does; the id tells apart commands that share an action. False when it failed, which is said.
+  bool (*action)(session::Session& session, int id);
+};
+
+[[nodiscard]] std::span<const Command> commands();
+
+// Blanks lines and hints, runs the command and refreshes the title. False when it failed or does not exist.
+bool run_command(session::Session& session, Display& display, int id);
+// The id of a console word; 0 for none.
+[[nodiscard]] int command_id(std::string_view word);
+
+}  // namespace ui

@@ -1,0 +1,179 @@
+#include "ui/console/arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <sstream>
+
+namespace ui::console {
+namespace {
+
+using Words = std::vector<std::string>;
+
+const Words kFileKinds{"all", "waypoints", "tracks", "routes", "proximity", "events"};
+const Words kTransferKinds{"all",    "waypoints", "tracks", "routes", "proximity", "almanac",
+                           "events", "trails",    "trail1", "trail2", "trail3",    "trail4"};
+
+CLI::App* add_command(CLI::App& app, Arguments& arguments, const std::string& name, const std::string& does) {
+  CLI::App* command = app.add_subcommand(name, does);
+  command->callback([&arguments, name] { arguments.command = name; });
+  command->fallthrough();  // global options may stand behind the command too
+  return command;
+}
+
+void add_files(CLI::App* command, Arguments& arguments) {
+  command->add_option("FILE", arguments.words, "files to read")->required();
+}
+
+void add_datum(CLI::App* command, Arguments& arguments, const char* help) {
+  command->add_option("--datum", arguments.datum, help)->type_name("NAME");
+}
+
+void add_notation(CLI::App* command, Arguments& arguments) {
+  command->add_option("--notation", arguments.notation, "dms, dmm, ddd or utm")
+      ->check(CLI::IsMember({"dms", "dmm", "ddd", "utm"}, CLI::ignore_case))
+      ->type_name("NAME");
+}
+
+void add_output_options(CLI::App* command, Arguments& arguments) {
+  command->add_option("-o,--output", arguments.outputs, "files to write, the type by the extension")
+      ->required()
+      ->type_name("FILE");
+  add_datum(command, arguments, "datum of the written positions");
+  add_notation(command, arguments);
+  command->add_option("--txt-version", arguments.txt_version, "version of native text files, 1 or 2")
+      ->check(CLI::Range(1, 2))
+      ->type_name("N");
+  command->add_option("--time-offset", arguments.time_offset, "local time minus UTC in hours")
+      ->check(CLI::Range(-24.0, 24.0))
+      ->type_name("HOURS");
+  command->add_flag("--distances", arguments.distances, "lengths of routes and tracks as comment lines");
+  command->add_option("--kinds", arguments.kinds, "write only these kinds, separated by commas")
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->check(CLI::IsMember(kFileKinds))
+      ->type_name("KIND,...");
+  command->add_flag("--no-comments", arguments.no_comments, "no comment column");
+  command->add_flag("--no-symbols", arguments.no_symbols, "no symbol column");
+}
+
+void add_global_options(CLI::App& app, Arguments& arguments) {
+  app.add_option("--config", arguments.config, "configuration file")->type_name("FILE");
+  app.add_option("--set", arguments.set, "one configuration key for this run; repeatable")
+      ->allow_extra_args(false)
+      ->type_name("KEY=VALUE");
+  app.add_option("--family", arguments.family, "receiver family: garmin or lowrance")
+      ->check(CLI::IsMember({"garmin", "lowrance"}))
+      ->type_name("NAME");
+  app.add_option("--port", arguments.port,
+                 "COM1, COM12, /dev/ttyUSB0, ... or the simulated receiver sim:garmin")
+      ->type_name("PORT");
+  app.add_option("--speed", arguments.speed, "Lowrance/Eagle start speed in bits per second")
+      ->check(CLI::Range(300, 921600))
+      ->type_name("N");
+  app.add_option("--debug-log", arguments.debug_log, "write the serial debug log")->type_name("FILE");
+  app.add_option("--debug-format", arguments.debug_format, "hex or decimal")
+      ->check(CLI::IsMember({"hex", "decimal"}))
+      ->type_name("NAME");
+  app.add_flag("--trace", arguments.trace, "write every display call to standard error");
+  app.add_flag("--quiet", arguments.quiet, "no progress; errors still show");
+  app.set_version_flag("--version", "Pelorix " PELORIX_VERSION);
+}
+
+void add_receiver_commands(CLI::App& app, Arguments& arguments) {
+  add_command(app, arguments, "identify", "ask the receiver who it is");
+  add_command(app, arguments, "protocols", "list the protocols that the receiver says it speaks");
+  CLI::App* download = add_command(app, arguments, "download", "download, then write the files");
+  download->add_option("KIND", arguments.words, "what to download: all, waypoints, tracks, routes, proximity")
+      ->required()
+      ->check(CLI::IsMember(kTransferKinds));
+  add_output_options(download, arguments);
+  add_command(app, arguments, "ports", "list the serial ports of this machine");
+}
+
+void add_file_commands(CLI::App& app, Arguments& arguments) {
+  CLI::App* convert = add_command(app, arguments, "convert", "read files and write others");
+  add_files(convert, arguments);
+  add_output_options(convert, arguments);
+  // Kind and files in one list: what comes first is the kind.
+  CLI::App* list = add_command(app, arguments, "list", "one line of native text an item");
+  list->add_option("KIND FILE", arguments.words,
+                   "all, waypoints, tracks, routes, proximity or events, then the files")
+      ->required()
+      ->expected(2, CLI::detail::expected_max_vector_size);
+  add_datum(list, arguments, "datum of the written positions");
+  add_notation(list, arguments);
+  add_files(add_command(app, arguments, "info", "the counts of what the files hold"), arguments);
+  add_command(app, arguments, "save-config", "write the configuration file, with the other options' values");
+}
+
+void add_position_commands(CLI::App& app, Arguments& arguments) {
+  CLI::App* datums = add_command(app, arguments, "datums", "list the datum names");
+  datums->add_option("--save", arguments.save, "save the internal datum list")->type_name("FILE");
+  CLI::App* shift = add_command(app, arguments, "shift", "shift a position from one datum to another");
+  shift->add_option("LAT LON", arguments.words, "degrees")->required()->expected(2);
+  shift->add_option("--from", arguments.from_datum, "datum of the position")->required()->type_name("DATUM");
+  shift->add_option("--to", arguments.to_datum, "datum of the result")->required()->type_name("DATUM");
+  CLI::App* format = add_command(app, arguments, "format", "a WGS-84 position in a datum and notation");
+  format->add_option("LAT LON", arguments.words, "degrees")->required()->expected(2);
+  add_datum(format, arguments, "datum of the text");
+  add_notation(format, arguments);
+  CLI::App* parse = add_command(app, arguments, "parse", "a position text in any notation to WGS-84 degrees");
+  parse->add_option("TEXT", arguments.words, "the position")->required();
+  add_datum(parse, arguments, "datum of the text");
+  CLI::App* distance = add_command(app, arguments, "distance", "the great-circle distance of two positions");
+  distance->add_option("LAT1 LON1 LAT2 LON2", arguments.words, "degrees")->required()->expected(4);
+}
+
+void add_simulate(CLI::App& app, Arguments& arguments) {
+  CLI::App* simulate =
+      add_command(app, arguments, "simulate", "serve a simulated receiver on a new pseudo-terminal");
+  simulate->add_option("FAMILY", arguments.words, "garmin")
+      ->required()
+      ->expected(1)
+      ->check(CLI::IsMember({"garmin", "lowrance"}));
+  simulate->add_option("--load", arguments.load, "files with what the receiver holds")->type_name("FILE");
+  simulate->add_option("--save", arguments.save, "write what it holds when it ends")->type_name("FILE");
+  simulate->add_option("--baud", arguments.baud, "byte rate as on a real wire; 0 is unthrottled")
+      ->check(CLI::Range(0, 1000000))
+      ->type_name("N");
+  simulate->add_option("--product", arguments.product, "product id")
+      ->check(CLI::Range(0, 65534))
+      ->type_name("ID");
+  simulate->add_option("--software", arguments.software, "software version, such as 2.50")
+      ->type_name("VERSION");
+  simulate
+      ->add_option("--protocols", arguments.protocols,
+                   "capability array such as \"L001 A010 A100 D108\", or none for a receiver that sends none")
+      ->type_name("TEXT");
+  simulate->add_option("--link", arguments.link, "a symbolic link to the pseudo-terminal")->type_name("PATH");
+  simulate
+      ->add_option(
+          "--fault", arguments.faults,
+          "drop-ack@N, bad-checksum@N, silent@N, unplug@N or noise@N: what goes wrong at the N-th packet")
+      ->allow_extra_args(false)
+      ->type_name("KIND@N");
+}
+
+}  // namespace
+
+std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* words) {
+  Arguments arguments;
+  CLI::App app{"Moves waypoints, routes and tracks between GPS receivers and files."};
+  app.name("pelorix-cli");
+  app.require_subcommand(1);
+  add_global_options(app, arguments);
+  add_receiver_commands(app, arguments);
+  add_file_commands(app, arguments);
+  add_position_commands(app, arguments);
+  add_simulate(app, arguments);
+  try {
+    app.parse(count, words);
+  } catch (const CLI::ParseError& error) {
+    std::ostringstream output, complaint;
+    const bool asked_for = app.exit(error, output, complaint) == 0;
+    return EndNow{asked_for ? 0 : 2, output.str(), complaint.str()};
+  }
+  return arguments;
+}
+
+}  // namespace ui::console

@@ -1,0 +1,47 @@
+// The command line of the console program, taken apart.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace ui::console {
+
+// What stands on the command line; nothing of it has been acted on. Options that were not given are empty.
+struct Arguments {
+  std::string command;
+
+  std::string config = "pelorix.ini";
+  std::vector<std::string> set;  // "KEY=VALUE"
+  std::string family, port, debug_log, debug_format;
+  std::optional<int> speed;
+  bool trace = false;
+  bool quiet = false;
+
+  std::vector<std::string> words;    // kinds, files, coordinates: what the command takes without a name
+  std::vector<std::string> outputs;  // -o
+
+  std::string datum, from_datum, to_datum, notation;
+  std::optional<int> txt_version;
+  std::optional<double> time_offset;
+  std::vector<std::string> kinds;
+  bool distances = false, no_comments = false, no_symbols = false;
+
+  std::vector<std::string> load;
+  std::string save, protocols, software, link;
+  int baud = 0;
+  std::optional<int> product;
+  std::vector<std::string> faults;
+};
+
+// The program ends at once: with 0 after help or version, with 2 after wrong usage.
+struct EndNow {
+  int exit_status;
+  std::string output;  // for standard output
+  std::string error;   // for standard error
+};
+
+[[nodiscard]] std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* words);
+
+}  // namespace ui::console

@@ -1,0 +1,328 @@
+#include "ui/console/console_program.h"
+
+#include <algorithm>
+#include <array>
+#include <ostream>
+
+#include "base/text.h"
+#include "geodesy/distance.h"
+#include "geodesy/position_parser.h"
+#include "serial/port_list.h"
+#include "store/config_file.h"
+#include "textfile/text_writer.h"
+#include "ui/commands.h"
+#include "ui/console/simulator_command.h"
+
+namespace ui::console {
+namespace {
+
+using textfile::TextOptions;
+
+// Which kinds a writer or a list takes.
+struct KindRow {
+  std::string_view word;
+  bool TextOptions::*written;
+};
+constexpr std::array kKinds{
+    KindRow{"waypoints", &TextOptions::waypoints}, KindRow{"routes", &TextOptions::routes},
+    KindRow{"proximity", &TextOptions::proximity}, KindRow{"tracks", &TextOptions::tracks},
+    KindRow{"events", &TextOptions::events},
+};
+
+void choose_kinds(const std::vector<std::string>& kinds, TextOptions& options) {
+  if (kinds.empty() || std::ranges::find(kinds, "all") != kinds.end()) return;
+  for (const KindRow& row : kKinds) options.*row.written = std::ranges::find(kinds, row.word) != kinds.end();
+}
+
+// Keys are read from the keyboard as long as it lives.
+class KeyReading {
+ public:
+  explicit KeyReading(Terminal& terminal) : terminal_(terminal) { terminal_.begin_keys(); }
+  ~KeyReading() { terminal_.end_keys(); }
+  KeyReading(const KeyReading&) = delete;
+  KeyReading& operator=(const KeyReading&) = delete;
+
+ private:
+  Terminal& terminal_;
+};
+
+}  // namespace
+
+struct ConsoleProgram::Command {
+  std::string_view word;
+  int (ConsoleProgram::*run)(const Arguments& arguments);
+};
+
+const ConsoleProgram::Command* ConsoleProgram::find_command(const std::string& name) {
+  static constexpr std::array kCommands{
+      Command{"identify", &ConsoleProgram::identify},
+      Command{"protocols", &ConsoleProgram::identify},
+      Command{"download", &ConsoleProgram::download},
+      Command{"convert", &ConsoleProgram::convert},
+      Command{"list", &ConsoleProgram::list},
+      Command{"info", &ConsoleProgram::info},
+      Command{"datums", &ConsoleProgram::datums},
+      Command{"shift", &ConsoleProgram::shift},
+      Command{"format", &ConsoleProgram::format},
+      Command{"parse", &ConsoleProgram::parse},
+      Command{"distance", &ConsoleProgram::distance},
+      Command{"ports", &ConsoleProgram::ports},
+      Command{"save-config", &ConsoleProgram::save_config},
+      Command{"simulate", &ConsoleProgram::simulate},
+  };
+  const auto* row = std::ranges::find(kCommands, name, &Command::word);
+  return row == kCommands.end() ? nullptr : row;
+}
+
+int ConsoleProgram::run(const Arguments& arguments) {
+  const Command* command = find_command(arguments.command);
+  if (command == nullptr) return wrong_usage("there is no command " + arguments.command);
+  if (!take_settings(arguments)) return kWrongUsage;
+  if (!arguments.debug_log.empty()) {
+    if (!session_.debug_log.open(arguments.debug_log, session_.debug_format, session::kVersion))
+      return kFailed;
+  } else if (session_.settings.EnableDebugFile != 0) {
+    (void)session_.open_debug_log();  // a log that the configuration asks for stops nobody's transfer
+  }
+  return (this->*command->run)(arguments);
+}
+
+int ConsoleProgram::wrong_usage(const std::string& why) {
+  terminal_.write(why + "\nRun with --help for more information.\n");
+  return kWrongUsage;
+}
+
+int ConsoleProgram::fail(const std::string& why) {
+  terminal_.write(base::utf8_text(why) + "\n");
+  return kFailed;
+}
+
+void ConsoleProgram::print(std::string_view line) { output_ << base::utf8_text(line) << '\n'; }
+
+// The settings for this run: start values, configuration file, then what the command line says.
+bool ConsoleProgram::take_settings(const Arguments& arguments) {
+  store::Settings& settings = session_.settings;
+  store::load_configuration(arguments.config, settings);
+  for (const std::string& text : arguments.set) {
+    const std::size_t equals = text.find('=');
+    const std::string key = text.substr(0, equals);
+    const store::KeyResult result = equals == std::string::npos
+                                        ? store::KeyResult::BadValue
+                                        : store::set_key(settings, key, text.substr(equals + 1));
+    if (result == store::KeyResult::Set) continue;
+    (void)wrong_usage(result == store::KeyResult::UnknownKey ? "--set: there is no key " + key
+                                                             : "--set: " + text +
+                                                                   " is not KEY=VALUE with a value that "
+                                                                   "the key can have");
+    return false;
+  }
+  if (!arguments.port.empty()) settings.PortName = arguments.port;
+  if (arguments.family == "lowrance" || (arguments.family.empty() && settings.PortName == "sim:lowrance")) {
+    settings.GPS = store::Family::Lowrance;
+  } else if (!arguments.family.empty() || settings.PortName.starts_with("sim:") ||
+             settings.GPS == store::Family::None) {
+    settings.GPS = store::Family::Garmin;
+  }
+  if (arguments.speed) settings.port_speed = *arguments.speed;
+  if (arguments.debug_format == "decimal") session_.debug_format = serial::ByteFormat::Decimal;
+  if (!arguments.datum.empty()) settings.externaldatum = arguments.datum;
+  if (!arguments.notation.empty() &&
+      store::set_key(settings, "DMSMode", arguments.notation) != store::KeyResult::Set)
+    return false;
+  if (arguments.txt_version) settings.This_TXT_File_Version = *arguments.txt_version;
+  if (arguments.time_offset) settings.TimeOffsetHours = arguments.time_offset;
+  if (arguments.distances) settings.SA_total_dist = 1;
+  if (arguments.no_comments) settings.SA_nameonlytxt |= store::Settings::kNoCommentColumn;
+  if (arguments.no_symbols) settings.SA_nameonlytxt |= store::Settings::kNoSymbolColumn;
+  if (settings.LogDisplayOutput != 0) display_.log_to("DisplayOutput");
+  session_.apply_settings();
+  return true;
+}
+
+bool ConsoleProgram::read_files(const std::vector<std::string>& files) {
+  const KeyReading keys(terminal_);
+  bool all_read = true;
+  for (const std::string& file : files) {
+    session_.items.clear_route_overflow();
+    all_read = session_.files.do_input(file) && all_read;
+  }
+  return all_read;
+}
+
+bool ConsoleProgram::write_outputs(const Arguments& arguments) {
+  TextOptions options = session_.text_options();
+  choose_kinds(arguments.kinds, options);
+  bool all_written = true;
+  for (const std::string& file : arguments.outputs)
+    all_written = session_.files.save(file, options) && all_written;
+  return all_written;
+}
+
+// The lines that these commands write are their results.
+int ConsoleProgram::identify(const Arguments& arguments) {
+  const KeyReading keys(terminal_);
+  const bool tracing = arguments.trace;
+  screen_.set_lines_are_results(!tracing);
+  const bool done = run_command(session_, display_, command_id(arguments.command));
+  screen_.set_lines_are_results(false);
+  for (int line = 1; line <= Display::kLines; ++line) {
+    const std::string& text = display_.line(line);
+    if (text.empty()) continue;
+    if (done) {
+      print(text);
+    } else if (!tracing) {
+      screen_.paint_line(line, text);
+    }
+  }
+  return done ? kDone : kFailed;
+}
+
+int ConsoleProgram::download(const Arguments& arguments) {
+  bool all_came = true;
+  {
+    const KeyReading keys(terminal_);
+    for (const std::string& kind : arguments.words) {
+      const int id = command_id("download-" + kind);
+      if (id == 0) return fail("Downloading " + kind + " is not possible with this version.");
+      all_came = run_command(session_, display_, id) && all_came;
+      if (!all_came) break;
+    }
+  }
+  // What has arrived is written, but an old file is not replaced by nothing.
+  if (!all_came && session_.items.empty()) return kFailed;
+  const bool all_written = write_outputs(arguments);
+  return all_came && all_written ? kDone : kFailed;
+}
+
+int ConsoleProgram::convert(const Arguments& arguments) {
+  if (!read_files(arguments.words)) return fail("Nothing was written.");
+  return write_outputs(arguments) ? kDone : kFailed;
+}
+
+int ConsoleProgram::list(const Arguments& arguments) {
+  const std::string& kind = arguments.words.front();
+  const bool all = kind == "all";
+  if (!all && std::ranges::find(kKinds, kind, &KindRow::word) == kKinds.end())
+    return wrong_usage("list: " + kind + " is none of all, waypoints, tracks, routes, proximity, events");
+  const bool all_read = read_files({arguments.words.begin() + 1, arguments.words.end()});
+  const TextOptions options = session_.text_options();
+  const store::ItemStore& items = session_.items;
+  textfile::TextWriter writer(items, session_.shift, session_.front_end);
+  const auto list_items = [&](std::string_view word, int count,
+                              const store::ItemRecord& (store::ItemStore::*item)(int) const) {
+    for (int i = 1; (all || kind == word) && i <= count; ++i)
+      print(writer.item_line((items.*item)(i), options));
+  };
+  list_items("waypoints", items.waypoint_count(), &store::ItemStore::waypoint);
+  for (int number = 0; (all || kind == "routes") && number < store::kRouteCapacity; ++number) {
+    const store::Route& route = items.route(number);
+    if (!route.header) continue;
+    print(base::format_text("R  %02d %s", number, std::string(route.header->comment).c_str()));
+    for (const store::ItemRecord& point : route.points) print(writer.item_line(point, options, true));
+  }
+  list_items("proximity", items.proximity_count(), &store::ItemStore::proximity);
+  list_items("tracks", items.track_point_count(), &store::ItemStore::track_point);
+  list_items("events", items.event_count(), &store::ItemStore::event);
+  return all_read ? kDone : kFailed;
+}
+
+int ConsoleProgram::info(const Arguments& arguments) {
+  const bool all_read = read_files(arguments.words);
+  const store::ItemStore& items = session_.items;
+  print(base::format_text("W:%d T:%d (TP:%d) P:%d R:%d E:%d", items.waypoint_count(), items.track_count(),
+                          items.track_point_count(), items.proximity_count(), items.route_count(),
+                          items.event_count()));
+  return all_read ? kDone : kFailed;
+}
+
+int ConsoleProgram::datums(const Arguments& arguments) {
+  if (!arguments.save.empty())
+    return geodesy::save_internal_datum_list(arguments.save, session_.front_end) ? kDone : kFailed;
+  for (const std::string& name : session_.datums.names()) print(name);
+  return kDone;
+}
+
+bool ConsoleProgram::read_positions(const std::vector<std::string>& words,
+                                    std::vector<geodesy::Position>& positions) {
+  for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
+    const std::string text = words[i] + " " + words[i + 1];
+    const geodesy::ParsedPosition parsed =
+        geodesy::parse_position(text, session_.shift.projection_ellipsoid());
+    if (!parsed.position) {
+      terminal_.write(base::utf8_text("\"" + text + "\" is no position: " + parsed.problem) + ".\n");
+      return false;
+    }
+    positions.push_back(*parsed.position);
+  }
+  return true;
+}
+
+int ConsoleProgram::shift(const Arguments& arguments) {
+  std::vector<geodesy::Position> positions;
+  if (!read_positions(arguments.words, positions)) return kFailed;
+  const geodesy::Position result =
+      session_.shift.convert_position_datum(arguments.from_datum, arguments.to_datum, positions[0]);
+  print(base::format_text("%.9f %.9f", result.latitude, result.longitude));
+  // An unknown datum counted as WGS-84, which was said.
+  const bool both_known =
+      session_.datums.find(arguments.from_datum) && session_.datums.find(arguments.to_datum);
+  return both_known ? kDone : kFailed;
+}
+
+int ConsoleProgram::format(const Arguments& arguments) {
+  std::vector<geodesy::Position> positions;
+  if (!read_positions(arguments.words, positions)) return kFailed;
+  const store::Settings& settings = session_.settings;
+  const geodesy::Position shifted =
+      session_.shift.convert_position_datum("WGS-84", settings.externaldatum, positions[0]);
+  const geodesy::PositionTexts texts =
+      geodesy::format_position(shifted, settings.DMSMode, session_.shift.projection_ellipsoid());
+  print(texts.first + " " + texts.second);
+  return session_.datums.find(settings.externaldatum) ? kDone : kFailed;
+}
+
+int ConsoleProgram::parse(const Arguments& arguments) {
+  std::string text;
+  for (const std::string& word : arguments.words) text += (text.empty() ? "" : " ") + word;
+  geodesy::DatumShift& shift = session_.shift;
+  const std::string& datum = session_.settings.externaldatum;
+  shift.set_datum_shift(datum, "WGS-84");
+  const geodesy::ParsedPosition parsed = geodesy::parse_position(text, shift.source_ellipsoid());
+  if (!parsed.position) return fail("\"" + text + "\" is no position: " + parsed.problem + ".");
+  const geodesy::Position result = shift.convert(*parsed.position);
+  print(base::format_text("%.9f %.9f", result.latitude, result.longitude));
+  return session_.datums.find(datum) ? kDone : kFailed;
+}
+
+int ConsoleProgram::distance(const Arguments& arguments) {
+  std::vector<geodesy::Position> positions;
+  if (!read_positions(arguments.words, positions)) return kFailed;
+  const geodesy::DistanceUnit unit = session_.settings.DistValues;
+  const double length = geodesy::great_circle_distance(positions[0], positions[1], unit);
+  print(base::format_text("%.6f %s", length, std::string(geodesy::unit_name(unit)).c_str()));
+  return kDone;
+}
+
+int ConsoleProgram::ports(const Arguments&) {
+  const std::vector<serial::PortInfo> ports = serial::list_serial_ports();
+  if (ports.empty())
+    terminal_.write("This machine has no serial port. An adapter shows up when it is plugged in.\n");
+  for (const serial::PortInfo& port : ports)
+    print(port.description.empty() ? port.name : port.name + "  " + port.description);
+  return kDone;
+}
+
+int ConsoleProgram::save_config(const Arguments& arguments) {
+  const std::filesystem::path path = std::filesystem::absolute(arguments.config);
+  return store::save_configuration(path, session_.settings, session_.front_end) ? kDone : kFailed;
+}
+
+int ConsoleProgram::simulate(const Arguments& arguments) {
+  if (arguments.words.front() != "garmin") return fail("A simulated Lowrance/Eagle unit is not there yet.");
+  if (!read_files(arguments.load)) return fail("The simulated receiver was not started.");
+  const KeyReading keys(terminal_);
+  const std::string problem = serve_simulated_garmin(session_, display_, terminal_, output_, arguments);
+  return problem.empty() ? kDone : fail(problem);
+}
+
+}  // namespace ui::console

@@ -1,0 +1,91 @@
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <iostream>
+
+#include "ui/console/terminal.h"
+
+namespace ui::console {
+namespace {
+
+// A signal handler can reach nothing else.
+volatile std::sig_atomic_t interrupts = 0;
+
+extern "C" void count_interrupt(int) { interrupts = interrupts + 1; }
+
+constexpr char kEscape = 27;
+
+class TermiosTerminal : public Terminal {
+ public:
+  ~TermiosTerminal() override { end_keys(); }
+
+  [[nodiscard]] bool has_terminal_output() const override { return isatty(STDERR_FILENO) == 1; }
+
+  [[nodiscard]] int columns() const override {
+    winsize size{};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+  }
+
+  void begin_keys() override {
+    if (reading_) return;
+    reading_ = true;
+    interrupts = 0;
+    struct sigaction action {};
+    action.sa_handler = count_interrupt;
+    sigaction(SIGINT, &action, &old_interrupt_);
+    sigaction(SIGTERM, &action, &old_termination_);
+    // A background job must not touch the terminal: the system would stop it.
+    raw_ = tcgetattr(STDIN_FILENO, &old_settings_) == 0 && tcgetpgrp(STDIN_FILENO) == getpgrp();
+    if (!raw_) return;
+    termios settings = old_settings_;
+    settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    settings.c_cc[VMIN] = 0;
+    settings.c_cc[VTIME] = 0;
+    tcsetattr(STDIN_FILENO, TCSANOW, &settings);
+  }
+
+  void end_keys() override {
+    if (!reading_) return;
+    reading_ = false;
+    if (raw_) tcsetattr(STDIN_FILENO, TCSANOW, &old_settings_);
+    sigaction(SIGINT, &old_interrupt_, nullptr);
+    sigaction(SIGTERM, &old_termination_, nullptr);
+  }
+
+  bool take_esc() override {
+    if (interrupts > 0) {
+      interrupts = 0;
+      return true;
+    }
+    if (!raw_) return false;
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    if (poll(&input, 1, 0) <= 0) return false;
+    std::array<char, 64> keys;
+    const ssize_t count = read(STDIN_FILENO, keys.data(), keys.size());
+    // An arrow or function key begins with ESC too, but more comes with it.
+    return count > 0 && keys[static_cast<std::size_t>(count) - 1] == kEscape;
+  }
+
+  bool read_line(std::string& line) override {
+    return isatty(STDIN_FILENO) == 1 && static_cast<bool>(std::getline(std::cin, line));
+  }
+
+  void write(std::string_view utf8_text) override { std::cerr << utf8_text << std::flush; }
+
+ private:
+  bool reading_ = false;
+  bool raw_ = false;
+  termios old_settings_{};
+  struct sigaction old_interrupt_ {};
+  struct sigaction old_termination_ {};
+};
+
+}  // namespace
+
+std::unique_ptr<Terminal> make_terminal() { return std::make_unique<TermiosTerminal>(); }
+
+}  // namespace ui::console

@@ -1,0 +1,402 @@
+#!/usr/bin/env python3
+"""The console program as its users run it: files, pseudo-terminals, keys, exit status.
+
+Usage: console_program_test.py PELORIX_CLI [unittest arguments]"""
+import csv
+import os
+import pty
+import re
+import select
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import termios
+import time
+import tty
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+CLI = os.path.abspath(sys.argv.pop(1))
+LIMIT = 60  # seconds that no command of these tests may take
+
+
+def run(*arguments, cwd=None):
+    return subprocess.run([CLI, *arguments], cwd=cwd, capture_output=True, text=True, timeout=LIMIT,
+                          stdin=subprocess.DEVNULL)
+
+
+def without_date(text):
+    return re.sub(r"^#.* GMT$", "#", text, flags=re.M)
+
+
+def read(path):
+    with open(path, encoding="latin-1", newline="") as file:
+        return file.read()
+
+
+def items(text):
+    return [line for line in text.splitlines() if line[:3] in ("W  ", "T  ", "R  ", "P  ", "E  ", "N  ")]
+
+
+class InFolder(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = folder.name
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def write(self, name, text):
+        with open(self.path(name), "w", encoding="latin-1") as file:
+            file.write(text)
+        return self.path(name)
+
+    def run_cli(self, *arguments):
+        return run(*arguments, cwd=self.folder)
+
+    def simulate(self, *options):
+        """Starts a simulated receiver; returns its process and the path of its pseudo-terminal."""
+        process = subprocess.Popen([CLI, "simulate", "garmin", *options], cwd=self.folder, text=True,
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL)
+        self.addCleanup(self.end, process)
+        return process, process.stdout.readline().strip()
+
+    @staticmethod
+    def end(process):
+        if process.poll() is None:
+            process.send_signal(signal.SIGINT)
+        process.communicate(timeout=LIMIT)
+
+
+class Usage(InFolder):
+    def test_wrong_usage_ends_with_2(self):
+        for arguments in [[], ["fly"], ["download"], ["download", "waypoints"], ["download", "melons", "-o", "x"],
+                          ["--set", "NoSuchKey=1", "datums"], ["--set", "COM=nine", "datums"], ["--set", "COM", "datums"],
+                          ["shift", "1", "2"], ["convert", "a", "-o", "b", "--notation", "xyz"], ["list", "melons", "a"]]:
+            result = self.run_cli(*arguments)
+            self.assertEqual(result.returncode, 2, arguments)
+            self.assertEqual(result.stdout, "", arguments)
+            self.assertNotEqual(result.stderr, "", arguments)
+
+    def test_help_and_version_go_to_standard_output(self):
+        self.assertRegex(self.run_cli("--version").stdout, r"^Pelorix \d+\.\d+\.\d+\n$")
+        self.assertIn("download", self.run_cli("--help").stdout)
+
+    def test_positions(self):
+        for arguments, expected in [
+                (["shift", "40.0", "-100.0", "--from", "NAD27_CONUS", "--to", "WGS-84"], "40.000009465 -100.000417607"),
+                (["shift", "40.0", "-100.0", "--from", "WGS-84", "--to", "NAD27_CONUS"], "39.999990503 -99.999582382"),
+                (["format", "12.9999999", "-7.25", "--set", "DMSMode=DMS"], "N12 59 60.00 W007 15 00.00"),
+                (["format", "-5.5", "-7.25", "--notation", "ddd"], "S05.5000000 W007.2500000"),
+                (["parse", "S05", "30.0000", "W007", "15.0000"], "-5.500000000 -7.250000000"),
+                (["parse", "-33.5", "151.25"], "-33.500000000 151.250000000"),
+                (["distance", "0", "0", "0", "1", "--set", "DistValues=NAUTICAL"], "60.007473 nm")]:
+            result = self.run_cli(*arguments)
+            self.assertEqual((result.stdout, result.returncode), (expected + "\n", 0), arguments)
+
+    def test_what_is_no_position_or_datum_is_refused_with_the_reason(self):
+        result = self.run_cli("parse", "N91", "30", "E7", "15")
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
+        self.assertIn("is no position", result.stderr)
+        result = self.run_cli("shift", "1", "2", "--from", "Atlantis", "--to", "WGS-84")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("Error: 'from' datum 'Atlantis' not found.  Defaulting to WGS-84", result.stderr)
+
+    def test_datums_of_the_user_stand_first_and_replace_built_in_ones(self):
+        self.write("pelorixdatums.txt", ";comment,,,,,\nLocal_Grid,-69.4,-0.37264639,-5,135,172\n")
+        names = self.run_cli("datums").stdout.splitlines()
+        self.assertEqual((len(names), names[0]), (164, "Local_Grid"))
+        same = self.run_cli("shift", "40", "-100", "--from", "Local_Grid", "--to", "Alaska_(NAD-27)")
+        self.assertEqual(same.stdout, "40.000000000 -100.000000000\n")
+        self.assertEqual(self.run_cli("datums", "--save", "list.dtm").returncode, 0)
+        self.assertIn("ARC-1950_mean, ----------------------   -112.145, -0.547507140, -143,  -90, -294",
+                      read(self.path("list.dtm")))
+
+    def test_the_configuration_is_written_only_when_asked_for(self):
+        self.run_cli("--set", "SaveConfigurationAtExit=1", "datums")
+        self.assertEqual(os.listdir(self.folder), [])
+        result = self.run_cli("--family", "garmin", "--port", "/dev/ttyUSB0", "--set", "Pilot=Amelia", "save-config")
+        self.assertEqual(result.returncode, 0)
+        text = read(self.path("pelorix.ini"))
+        self.assertTrue(text.startswith("GPS=Garmin\nCOM=1\n"))
+        self.assertIn("\nPilot=Amelia\n", text)
+        self.assertIn("\nPortName=/dev/ttyUSB0\n", text)
+        self.run_cli("save-config", "--config", self.path("pelorix.ini"))
+        self.assertEqual(read(self.path("pelorix.ini")), text)
+
+
+class Files(InFolder):
+    TEXT = ("Version 2\n#Mon Jan 01 00:00:00 2001 GMT\nD WGS-84\nM DMM\nZ 0.000000\n"
+            "W  HUT             N47 15.1234 E011 30.5000 Sat Jun 02 08:30:00 2001 M\xfcller              ^   18^Black ^S+N^3\n"
+            "T  N47 15.1234 E011 30.5000 Sat Jun 02 08:30:00 2001 ;   1234.50;      1e25;\n")
+
+    def test_a_written_file_reads_back_and_is_written_again_byte_for_byte(self):
+        self.write("a.txt", self.TEXT)
+        for source, target in [("a.txt", "b.txt"), ("b.txt", "c.txt")]:
+            self.assertEqual(self.run_cli("convert", source, "-o", target).returncode, 0)
+        self.assertEqual(without_date(read(self.path("b.txt"))), without_date(read(self.path("c.txt"))))
+        self.assertEqual(self.run_cli("info", "a.txt").stdout, "W:1 T:1 (TP:1) P:0 R:0 E:0\n")
+
+    def test_list_prints_the_lines_of_the_file(self):
+        self.write("a.txt", self.TEXT)
+        result = self.run_cli("list", "waypoints", "a.txt")
+        self.assertEqual(result.stdout, self.TEXT.splitlines()[5] + "\n")
+
+    def test_a_datum_and_notation_of_the_output(self):
+        self.write("a.txt", self.TEXT)
+        result = self.run_cli("convert", "a.txt", "-o", "utm.txt", "--datum", "Potsdam_Rauenberg_DHDN", "--notation",
+                              "utm", "--kinds", "waypoints", "--time-offset", "2")
+        self.assertEqual(result.returncode, 0)
+        text = read(self.path("utm.txt"))
+        self.assertIn("\nD Potsdam_Rauenberg_DHDN\nM UTM\nZ 2.000000\nW  HUT", text)
+        self.assertIn(" 32T ", text)
+        self.assertIn("Sat Jun 02 10:30:00 2001", text)
+        self.assertNotIn("\nT  ", text)
+        self.run_cli("convert", "utm.txt", "-o", "back.txt")
+        self.assertIn("N47 15.123", read(self.path("back.txt")))
+
+    def test_what_has_no_reader_or_writer_yet_is_refused_and_nothing_is_written(self):
+        self.write("a.txt", self.TEXT)
+        self.write("a.plt", "OziExplorer Track Point File Version 2.1\n")
+        for arguments in [["convert", "a.txt", "-o", "x.kml.wpt"], ["convert", "a.plt", "-o", "x.txt"],
+                          ["convert", "none.txt", "-o", "x.txt"], ["info", "a.plt"]]:
+            result = self.run_cli(*arguments)
+            self.assertEqual(result.returncode, 1, arguments)
+            self.assertNotEqual(result.stderr, "")
+        self.assertEqual(sorted(os.listdir(self.folder)), ["a.plt", "a.txt"])
+
+    def test_a_save_to_a_full_disk_or_a_lacking_folder_leaves_the_old_file(self):
+        self.write("a.txt", self.TEXT)
+        self.write("old.txt", "precious")
+        limited = f"ulimit -f 0; trap '' XFSZ; exec '{CLI}' convert a.txt -o old.txt"
+        result = subprocess.run(["bash", "-c", limited], cwd=self.folder, capture_output=True, text=True, timeout=LIMIT)
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("Can't open output file old.txt", result.stderr)
+        self.assertIn("File too large", result.stderr)
+        self.assertEqual(read(self.path("old.txt")), "precious")
+        self.assertEqual(sorted(os.listdir(self.folder)), ["a.txt", "old.txt"])
+        self.assertEqual(self.run_cli("convert", "a.txt", "-o", "no/such/folder.txt").returncode, 1)
+
+    def test_quiet_is_silent_when_all_goes_well_and_loud_when_not(self):
+        self.write("a.txt", self.TEXT)
+        self.assertEqual(self.run_cli("--quiet", "convert", "a.txt", "-o", "b.txt").stderr, "")
+        self.assertNotEqual(self.run_cli("--quiet", "convert", "none.txt", "-o", "b.txt").stderr, "")
+
+
+class Receiver(InFolder):
+    def test_identify_and_protocols_answer_on_standard_output(self):
+        result = self.run_cli("--port", "sim:garmin", "identify")
+        self.assertRegex(result.stdout, r"^.+         ID: \d+\n")
+        result = self.run_cli("--port", "sim:garmin", "protocols")
+        self.assertEqual(len(result.stdout.splitlines()), 10)
+        self.assertEqual(result.stderr, "")
+
+    def test_the_trace_shows_every_display_call(self):
+        result = self.run_cli("--port", "sim:garmin", "--trace", "download", "waypoints", "-o", "w.txt")
+        for line in ["[status 3] Opening COM Port", "[status 1] Downloading Waypoints", "[progress 0/30]",
+                     "[line 4] W00030 of 30", "[progress 30/30]", "[progress 0/0]",
+                     "[line 3] Waypoint download completed", "[status 3] ESC key to abort",
+                     "[title] Pelorix -- GPS Garmin - sim:garmin - 9600 -- W:30 T:0 (TP:0) P:0 R:0 [E:0]"]:
+            self.assertIn(line + "\n", result.stderr)
+
+    def test_at_9600_bits_per_second_over_a_pseudo_terminal_all_arrives_and_the_port_is_as_it_was(self):
+        _, path = self.simulate("--baud", "9600")
+        port = os.open(path, os.O_RDWR | os.O_NOCTTY)
+        before = termios.tcgetattr(port)
+        result = self.run_cli("--port", path, "download", "routes", "waypoints", "-o", "wire.txt", "--debug-log", "log")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual(termios.tcgetattr(port), before)
+        os.close(port)
+        self.run_cli("--port", "sim:garmin", "download", "routes", "waypoints", "-o", "direct.txt")
+        self.assertEqual(without_date(read(self.path("wire.txt"))), without_date(read(self.path("direct.txt"))))
+        self.assertIn("Sending: GetGPSstart from  getWaypoints\n 10   0a   02   07   00   ed   10   03  \n",
+                      read(self.path("log")))
+
+    def test_a_port_that_does_not_exist_or_is_no_port_is_explained(self):
+        result = self.run_cli("--port", "/dev/nosuchport", "identify")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("Comm error in AsyncInit 1: 2\nAsyncInit Error\n", result.stderr)
+        self.write("file", "")
+        result = self.run_cli("--port", self.path("file"), "download", "all", "-o", "x.txt")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("Failed to open COM port!", result.stderr)
+        self.assertFalse(os.path.exists(self.path("x.txt")))
+
+    def test_a_receiver_that_talks_nmea_is_recognised(self):
+        master, slave = pty.openpty()
+        tty.setraw(slave)
+        process = subprocess.Popen([CLI, "--port", os.ttyname(slave), "identify"], stdin=subprocess.DEVNULL,
+                                   stderr=subprocess.PIPE, text=True, cwd=self.folder)
+        deadline = time.monotonic() + LIMIT
+        while process.poll() is None and time.monotonic() < deadline:
+            os.write(master, b"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47\r\n")
+            while select.select([master], [], [], 0.2)[0]:
+                os.read(master, 1000)
+        _, errors = process.communicate(timeout=LIMIT)
+        os.close(slave)
+        os.close(master)
+        self.assertEqual(process.returncode, 1)
+        self.assertIn("GARMIN", errors)
+
+    def test_an_unplugged_adapter_ends_the_transfer_and_what_arrived_is_saved(self):
+        _, path = self.simulate("--fault", "unplug@20")
+        started = time.monotonic()
+        result = self.run_cli("--port", path, "download", "waypoints", "-o", "part.txt")
+        self.assertEqual(result.returncode, 1)
+        self.assertLess(time.monotonic() - started, 10)
+        self.assertIn("vanished", result.stderr)
+        self.assertGreater(len(items(read(self.path("part.txt")))), 10)
+
+    def test_a_failed_download_does_not_replace_an_old_file_by_nothing(self):
+        self.write("old.txt", "precious")
+        _, path = self.simulate("--fault", "unplug@1")
+        self.assertEqual(self.run_cli("--port", path, "download", "all", "-o", "old.txt").returncode, 1)
+        self.assertEqual(read(self.path("old.txt")), "precious")
+
+    def test_the_simulated_receiver_keeps_what_was_loaded(self):
+        self.write("a.txt", Files.TEXT)
+        process, path = self.simulate("--load", "a.txt", "--product", "72", "--software", "2.05", "--protocols", "none",
+                                      "--save", "kept.txt", "--link", "port")
+        self.assertEqual(os.path.realpath(self.path("port")), path)
+        self.assertIn("ID: 72", self.run_cli("--port", self.path("port"), "identify").stdout)
+        self.run_cli("--port", path, "download", "all", "-o", "b.txt")
+        self.end(process)
+        self.assertFalse(os.path.lexists(self.path("port")))
+        self.assertIn("W  HUT             N47 15.1234 E011 30.5000", read(self.path("b.txt")))
+        self.assertEqual(items(read(self.path("kept.txt"))), items(read(self.path("b.txt"))))
+
+    def test_bad_options_of_the_simulated_receiver_are_refused(self):
+        for options in [["--fault", "lightning@3"], ["--fault", "silent@0"], ["--software", "two"],
+                        ["--protocols", "L001 melons"], ["--load", "none.txt"], ["--link", "/no/such/folder/x"]]:
+            result = self.run_cli("simulate", "garmin", *options)
+            self.assertIn(result.returncode, (1, 2), options)
+            self.assertNotEqual(result.stderr, "", options)
+
+
+class Keys(InFolder):
+    """A download on a terminal, ended by a key."""
+
+    def abort_download(self, key):
+        simulator, path = self.simulate("--baud", "9600", "--save", "still_there.txt")
+        pid, terminal = pty.fork()
+        if pid == 0:
+            os.chdir(self.folder)
+            os.execv(CLI, [CLI, "--port", path, "download", "tracks", "-o", "part.txt"])
+        settings = termios.tcgetattr(terminal)
+        shown = b""
+        pressed = False
+        deadline = time.monotonic() + LIMIT
+        while time.monotonic() < deadline:
+            try:
+                if select.select([terminal], [], [], 0.1)[0]:
+                    shown += os.read(terminal, 1000)
+            except OSError:  # the program has ended
+                break
+            if not pressed and re.search(rb" [2-9]\d*/\d+", shown):
+                pressed = True
+                pressed_at = time.monotonic()
+                os.write(terminal, key)
+        _, status = os.waitpid(pid, 0)
+        took = time.monotonic() - pressed_at
+        self.assertEqual(os.waitstatus_to_exitcode(status), 1)
+        self.assertLess(took, 5)
+        self.assertIn(b"Operation Aborted", shown)
+        self.assertIn(b"Downloading Tracks [", shown)  # the progress bar
+        self.assertIn("T  N54", read(self.path("part.txt")))
+        self.assertLess(len(items(read(self.path("part.txt")))), 900)
+        self.assertTrue(settings[3] & termios.ECHO)
+        os.close(terminal)
+        # The receiver was told to stop: it answers the next one at once.
+        self.assertEqual(self.run_cli("--port", path, "identify").returncode, 0)
+        self.end(simulator)
+
+    def test_esc_ends_a_download_cleanly(self):
+        self.abort_download(b"\x1b")
+
+    def test_ctrl_c_ends_a_download_cleanly(self):
+        self.abort_download(b"\x03")
+
+
+@unittest.skipUnless(shutil.which("gpsbabel"), "gpsbabel is not installed")
+class GpsbabelAsWitness(InFolder):
+    """Another program's client sees the same receiver."""
+
+    def gpsbabel(self, kind, path, form, output):
+        subprocess.run(["gpsbabel", kind, "-i", "garmin", "-f", path, "-o", form, "-F", self.path(output)], check=True,
+                       timeout=LIMIT, capture_output=True)
+
+    def rows(self, name):
+        with open(self.path(name), newline="", encoding="utf-8") as file:
+            return list(csv.DictReader(file))
+
+    def ours(self, kind, path):
+        result = self.run_cli("--port", path, "--set", "SA_SortAfterInput=0", "--set", "SA_SortBeforeOutput=0", "download",
+                              kind, "-o", kind + ".txt", "--notation", "ddd")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return read(self.path(kind + ".txt")).splitlines()
+
+    @staticmethod
+    def position(line, column):
+        """Of an item line with decimal degrees whose latitude letter stands in this column (from 0)."""
+        match = re.match(r"([NS])(\d+\.\d+) ([EW])(\d+\.\d+)", line[column:])
+        return (float(match[2]) * (1 if match[1] == "N" else -1), float(match[4]) * (1 if match[3] == "E" else -1))
+
+    def assert_same_place(self, theirs, ours):
+        self.assertAlmostEqual(theirs[0], ours[0], delta=1e-6)  # it prints six decimals
+        self.assertAlmostEqual(theirs[1], ours[1], delta=1e-6)
+
+    def compare(self, *options):
+        _, path = self.simulate(*options)
+        self.gpsbabel("-w", path, "unicsv,utc=0", "w.csv")
+        theirs = self.rows("w.csv")
+        lines = self.ours("waypoints", path)
+        ours = [line for line in lines if line.startswith("W  ")]
+        heights = [float(line[3:].split(",")[0]) for line in lines if line.startswith("c5")]
+        self.assertEqual(len(theirs), 30)
+        self.assertEqual(len(ours), 30)
+        for row, line in zip(theirs, ours):
+            self.assertEqual(row["Name"], line[3:18].rstrip())
+            self.assertEqual(row.get("Description") or row["Name"], line[69:line.index("^")].rstrip() or row["Name"])
+            self.assert_same_place((float(row["Latitude"]), float(row["Longitude"])), self.position(line, 19))
+        if heights:
+            self.assertEqual([float(row["Altitude"]) for row in theirs if row["Altitude"]],
+                             [height for height in heights if height < 1e24])
+
+        self.gpsbabel("-t", path, "unicsv,utc=0", "t.csv")
+        theirs = self.rows("t.csv")
+        ours = [line for line in self.ours("tracks", path) if line.startswith("T  ")]
+        self.assertEqual(len(theirs), 1000)
+        self.assertEqual(len(ours), 1000)
+        for row, line in zip(theirs, ours):
+            self.assert_same_place((float(row["Latitude"]), float(row["Longitude"])), self.position(line, 3))
+            when = time.strptime(line[28:52], "%a %b %d %H:%M:%S %Y")
+            self.assertEqual((row["Date"], row["Time"]),
+                             (time.strftime("%Y/%m/%d", when), time.strftime("%H:%M:%S", when)))
+
+        self.gpsbabel("-r", path, "gpx", "r.gpx")
+        space = "{http://www.topografix.com/GPX/1/0}"
+        theirs = [[point.find(space + "name").text.rstrip() for point in route.iter(space + "rtept")]
+                  for route in ElementTree.parse(self.path("r.gpx")).iter(space + "rte")]
+        ours = []
+        for line in self.ours("routes", path):
+            if line.startswith("R  "):
+                ours.append([])
+            elif line.startswith("W  ") and ours:
+                ours[-1].append(line[3:18].rstrip())
+            elif line.startswith("E  "):
+                continue
+        self.assertEqual(len(theirs), 3)
+        self.assertEqual(theirs, ours)
+
+    def test_a_receiver_with_a_capability_array(self):
+        self.compare()
+
+    def test_an_old_receiver_without_one(self):
+        self.compare("--product", "77", "--software", "3.61", "--protocols", "none")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv)
