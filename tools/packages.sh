@@ -1,0 +1,39 @@
+# What the build and the tests need from Debian. Sourced by ./run and ./check.
+
+PACKAGES_RUN="g++ cmake ninja-build libcli11-dev"
+PACKAGES_CHECK="$PACKAGES_RUN libgtest-dev libgmock-dev python3 clang-format g++-mingw-w64-x86-64-posix gpsbabel"
+
+# install_packages NAME...: installs what is missing, as root or through sudo; ends the script when it cannot.
+install_packages() {
+  local missing=() name
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    echo "This system is not Debian, so nothing can be installed here. Needed are the equivalents of these Debian"
+    echo "packages: $*"
+    echo "Going on with what is there."
+    return 0
+  fi
+  for name in "$@"; do
+    dpkg-query -W -f '${db:Status-Status}\n' "$name" 2>/dev/null | grep -qx installed || missing+=("$name")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+      echo "These packages are missing: ${missing[*]}" >&2
+      echo "Install them as root (apt-get install ${missing[*]}) and start again." >&2
+      exit 1
+    fi
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}"
+  local log
+  log=$(mktemp)
+  if ! { "${as_root[@]}" apt-get update &&
+         "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+           "${missing[@]}"; } >"$log" 2>&1; then
+    tail -20 "$log" >&2
+    echo "Could not install: ${missing[*]}" >&2
+    exit 1
+  fi
+  rm -f "$log"
+}
