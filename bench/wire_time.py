@@ -1,0 +1,63 @@
+#!/usr/bin/env python3
+"""Downloads waypoints from the simulated receiver at 9600 bits per second and compares the time with the wire's.
+
+Usage: bench/wire_time.py PELORIX_CLI [NUMBER_OF_WAYPOINTS]"""
+import os
+import re
+import resource
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+HEADER = "Version 2\nD WGS-84\nM DDD\nZ 0.000000\n"
+LINE = "W  {:<15} N{:010.7f} E{:011.7f} Sun Dec 31 00:00:00 1989 {:<20}^   18^Black ^S+N^0\n"
+
+
+def wire_bytes(log):
+    """All bytes of the debug log, the stuffing of received packets put back."""
+    sent = received = 0
+    packet = None
+
+    def count():
+        return len(packet) + sum(byte == 0x10 for byte in packet[2:-2]) if packet else 0
+    for line in open(log, encoding="latin-1"):
+        if line.startswith(("Sending:", "Received:")):
+            received += count()
+            packet = [] if line.startswith("Received:") else None
+        elif re.match(r" [0-9a-f]{2}", line):
+            values = [int(line[at:at + 3], 16) for at in range(0, len(line.rstrip("\n")) - 2, 5)]
+            if packet is None:
+                sent += len(values)
+            else:
+                packet += values
+    return sent + received + count()
+
+
+def main():
+    cli, number = os.path.abspath(sys.argv[1]), int(sys.argv[2]) if len(sys.argv) > 2 else 500
+    with tempfile.TemporaryDirectory() as folder:
+        os.chdir(folder)
+        with open("load.txt", "w", encoding="latin-1") as file:
+            file.write(HEADER)
+            for i in range(number):
+                file.write(LINE.format(f"WP{i:04}", 45 + i * 0.0137, 7 + i * 0.0071, f"COMMENT {i}"))
+        simulator = subprocess.Popen([cli, "simulate", "garmin", "--load", "load.txt", "--baud", "9600"],
+                                     stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        port = simulator.stdout.readline().strip()
+        start = time.monotonic()
+        subprocess.run([cli, "--quiet", "--port", port, "--debug-log", "log", "download", "waypoints", "-o", "out.txt"],
+                       check=True)
+        took = time.monotonic() - start
+        usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+        simulator.send_signal(signal.SIGINT)
+        simulator.wait()
+        wire = wire_bytes("log") / 960
+        cpu = usage.ru_utime + usage.ru_stime
+        print(f"{number} waypoints: {took:.2f} s, wire time {wire:.2f} s, ratio {took / wire:.4f}, "
+              f"processor {100 * cpu / took:.2f} % of one core")
+
+
+if __name__ == "__main__":
+    main()
