@@ -12,8 +12,7 @@ void shift_a_million_positions(benchmark::State& state) {
   for (auto _ : state) {
     shift.set_datum_shift("WGS-84", "NAD27_CONUS");
     double sum = 0;
-    for (int i = 0; i < 1000000; ++i)
-      sum += shift.molodensky_shift({40 + i * 1e-5, -100 - i * 1e-5}).latitude;
+    for (int i = 0; i < 1000000; ++i) sum += shift.molodensky_shift({40 + i * 1e-5, -100 - i * 1e-5}).latitude;
     benchmark::DoNotOptimize(sum);
   }
   state.SetItemsProcessed(state.iterations() * 1000000);

@@ -6,8 +6,7 @@
 namespace apps {
 
 std::chrono::microseconds SystemClock::monotonic() const {
-  return std::chrono::duration_cast<std::chrono::microseconds>(
-      std::chrono::steady_clock::now().time_since_epoch());
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
 
 std::int64_t SystemClock::unix_seconds() const { return static_cast<std::int64_t>(std::time(nullptr)); }

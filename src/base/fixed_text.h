@@ -33,9 +33,7 @@ class FixedText {
     std::replace(bytes_.begin(), bytes_.begin() + size_, old_byte, new_byte);
   }
   friend bool operator==(const FixedText& left, std::string_view right) { return left.view() == right; }
-  friend bool operator==(const FixedText& left, const FixedText& right) {
-    return left.view() == right.view();
-  }
+  friend bool operator==(const FixedText& left, const FixedText& right) { return left.view() == right.view(); }
 
  private:
   std::uint8_t size_ = 0;

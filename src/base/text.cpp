@@ -94,9 +94,7 @@ std::string lower_case(std::string_view text) {
   return result;
 }
 
-std::string_view trim_trailing_blanks(std::string_view text) {
-  return text.substr(0, text.find_last_not_of(' ') + 1);
-}
+std::string_view trim_trailing_blanks(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
 
 std::string_view trim_blanks(std::string_view text) {
   const std::size_t start = text.find_first_not_of(' ');

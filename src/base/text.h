@@ -24,8 +24,7 @@ namespace base {
 // The words between runs of blanks and tabs.
 [[nodiscard]] std::vector<std::string_view> split_words(std::string_view text);
 
-// The whole text as a number (one leading '+' allowed); nothing when anything else is in it, or it does not
-// fit.
+// The whole text as a number (one leading '+' allowed); nothing when anything else is in it, or it does not fit.
 [[nodiscard]] std::optional<long long> parse_integer(std::string_view text, int base = 10);
 [[nodiscard]] std::optional<double> parse_number(std::string_view text);
 

@@ -16,8 +16,8 @@ constexpr std::uint8_t kForbiddenId = 43;
 
 }  // namespace
 
-GarminLink::GarminLink(serial::ComPort& port, base::Clock& clock, base::FrontEnd& front_end,
-                       serial::DeviceFlags& flags, serial::DebugLog& debug_log)
+GarminLink::GarminLink(serial::ComPort& port, base::Clock& clock, base::FrontEnd& front_end, serial::DeviceFlags& flags,
+                       serial::DebugLog& debug_log)
     : port_(port), clock_(clock), front_end_(front_end), flags_(flags), debug_log_(debug_log) {
   on(PacketKind::Pid_Ack_Byte, [this](auto) { acknowledge_state_ = Acknowledge::Accepted; });
   on(PacketKind::Pid_Nak_Byte, [this](auto) { acknowledge_state_ = Acknowledge::Refused; });
@@ -27,8 +27,7 @@ bool GarminLink::sendGarminPacket(std::span<const std::uint8_t> message, std::st
   acknowledge_state_ = Acknowledge::None;
   const base::Bytes frame = frame_message(message);
   debug_log_.sent(label, frame);
-  // Deliberate : id 43 is never sent, whatever the link protocol; receivers of the one that has it are not
-  // written to.
+  // Deliberate : id 43 is never sent, whatever the link protocol; receivers of the one that has it are not written to.
   if (!message.empty() && message[0] == kForbiddenId) {
     front_end_.write_line(1, "Error 141, aborting...");
     return false;

@@ -30,29 +30,31 @@ class GarminLink {
              serial::DebugLog& debug_log);
 
   // Who is called for packets of a kind; one handler a kind.
-  void on(PacketKind kind, Handler handler) {
-    handlers_[static_cast<std::size_t>(kind)] = std::move(handler);
-  }
+  void on(PacketKind kind, Handler handler) { handlers_[static_cast<std::size_t>(kind)] = std::move(handler); }
 
-  // Sends a message (id, data size, data); the label names it in the debug log. False when the port took it
-  // not.
+  // Sends a message (id, data size, data); the label names it in the debug log. False when the port took it not.
   bool sendGarminPacket(std::span<const std::uint8_t> message, std::string_view label);
   // Receives one packet, answers and dispatches it. ComTimedOut is set after two silences of 3 s with a
   // re-send between them, after a packet without end, and when the port has vanished; UserAbort after ESC.
   void getGarminMessage();
 
-  // The kind of the packet that the latest getGarminMessage brought; None when it brought none, or one
-  // unknown.
+  // The kind of the packet that the latest getGarminMessage brought; None when it brought none, or one unknown.
   [[nodiscard]] PacketKind last_kind() const { return last_kind_; }
   [[nodiscard]] Acknowledge acknowledge_state() const { return acknowledge_state_; }
   void set_acknowledge_state(Acknowledge state) { acknowledge_state_ = state; }
-  // The packet id that a NAK names; 255 when no particular record is expected.
+  // The packet id that a NAK names from now on.
   void set_expected_id(std::uint8_t id) { nak_[2] = id; }
+  // Before a conversation: nothing particular is expected, and old trouble on the line is forgotten.
+  void begin_conversation() {
+    nak_[2] = kNothingExpected;
+    given_up_in_a_row_ = 0;
+  }
 
   std::uint16_t link_protocol = kNone;  // 1 for L001, 2 for L002
   bool Identifying = false;             // unknown packets are then nobody's fault
 
  private:
+  static constexpr std::uint8_t kNothingExpected = 255;
   enum class Wait { Packet, Stopped };
   Wait receive_packet();
   Wait take_waiting_bytes();
@@ -69,7 +71,7 @@ class GarminLink {
   PacketAssembler assembler_;
   base::Bytes last_message_;  // for a re-send after a silence
   std::array<std::uint8_t, 4> ack_{6, 2, 0, 0};
-  std::array<std::uint8_t, 4> nak_{21, 2, 255, 0};
+  std::array<std::uint8_t, 4> nak_{21, 2, kNothingExpected, 0};
   Acknowledge acknowledge_state_ = Acknowledge::None;
   PacketKind last_kind_ = PacketKind::None;
   bool packet_complete_ = false;

@@ -106,8 +106,7 @@ TEST_F(GetGarminMessage, SevenDamagedPacketsEndTheReceiveAndASecondSuchTimeTheTr
   EXPECT_EQ(device->sent.size(), 7u);
   link->getGarminMessage();
   EXPECT_TRUE(flags.ComTimedOut);
-  const std::pair<std::string, std::string> box{"getGarminMessage",
-                                                "Too Many NAKS in reading from GPS, aborting"};
+  const std::pair<std::string, std::string> box{"getGarminMessage", "Too Many NAKS in reading from GPS, aborting"};
   EXPECT_EQ(front_end.boxes, (std::vector{box, box}));
 }
 
@@ -239,8 +238,8 @@ class Identification : public GarminConversation {
 
 TEST_F(Identification, AReceiverWithAnArrayIsTakenAtItsWord) {
   product_data = product(169, 212, std::string_view("eTrex Software Version 2.12\0VERBMAP Americas\0", 45));
-  array = entries(
-      "P000 L001 A010 A100 D108 A201 D202 D108 D210 A301 D310 D301 A500 D501 A600 D600 A700 D700 A800 D800");
+  array =
+      entries("P000 L001 A010 A100 D108 A201 D202 D108 D210 A301 D310 D301 A500 D501 A600 D600 A700 D700 A800 D800");
   selection->identifyGarmin();
   EXPECT_TRUE(flags.GpsIdentified);
   const Protocols& p = selection->protocols();
@@ -316,17 +315,54 @@ TEST_F(Identification, OddArraysAreSurvived) {
   EXPECT_EQ(selection->protocols().track_header, 310);
   EXPECT_EQ(selection->protocols().track_data, kNone);
   EXPECT_EQ(front_end.lines[4], "Undocumented Protocol: A999, ignored.");
-  EXPECT_EQ(
-      front_end.boxes,
-      (std::vector<std::pair<std::string, std::string>>{{"Protocol Array Error", "Unknown Track protocol"}}));
+  EXPECT_EQ(front_end.boxes,
+            (std::vector<std::pair<std::string, std::string>>{{"Protocol Array Error", "Unknown Track protocol"}}));
 }
 
-TEST_F(Identification, ATwoByteArrayIsEmptyButCounts) {
+TEST_F(Identification, ATwoByteArrayIsEmptyButCountsSoNoTransferCanRun) {
   product_data = product(77, 355, "X");
   array = {65, 0};
   selection->identifyGarmin();
-  EXPECT_TRUE(flags.GpsIdentified);
+  EXPECT_TRUE(selection->has_array());
   EXPECT_EQ(selection->protocols().waypoint_data, kNone);
+  EXPECT_TRUE(flags.UserAbort);
+  EXPECT_EQ(front_end.lines[4], "Link Protocol Violation, aborting...");
+}
+
+TEST_F(Identification, AnArrayHeldUpByALostAnswerIsAskedForOnceMore) {
+  product_data = product(500, 100, "NEW MODEL");
+  array = entries("L001 A010 A100 D108");
+  int requests = 0;
+  device->on_sent = [&, answer = device->on_sent](const Bytes& sent) {
+    if (sent[1] == 254) array_delay = ++requests == 1 ? 2000ms : 20ms;
+    answer(sent);
+  };
+  selection->identifyGarmin();
+  EXPECT_TRUE(flags.GpsIdentified);
+  EXPECT_EQ(selection->protocols().waypoint_data, 108);
+}
+
+TEST_F(Identification, EscAndAVanishedPortAreNoticedWhileTheArrayIsWaitedFor) {
+  product_data = product(500, 100, "X");
+  front_end.esc = [&] { return device->sent.size() > 4 && clock.now > 100ms; };
+  selection->identifyGarmin();
+  EXPECT_TRUE(flags.UserAbort);
+  EXPECT_EQ(front_end.lines[2], "Operation Aborted");
+  front_end.esc = nullptr;
+  flags.UserAbort = false;
+  device->vanish(50ms);
+  selection->identifyGarmin();
+  EXPECT_TRUE(flags.ComTimedOut);
+  EXPECT_TRUE(front_end.boxes.empty());
+}
+
+TEST_F(Identification, AnArrayInTheMiddleOfATransferChangesNothing) {
+  product_data = product(500, 100, "X");
+  array = entries("L001 A010 A100 D108");
+  selection->identifyGarmin();
+  device->queue(wire(253, {}));
+  link->getGarminMessage();
+  EXPECT_EQ(selection->protocols().waypoint_data, 108);
 }
 
 TEST_F(Identification, AnAviationReceiverGetsItsOwnCommandNumbers) {
@@ -349,8 +385,7 @@ TEST(ProductTable, SoftwareVersionsChooseTheRow) {
   EXPECT_EQ(find_product(9999, 100), nullptr);
   // Whatever its version, every product of the table has a row.
   for (const ProductRow& row : kProducts)
-    for (int version = 0; version <= 1000; ++version)
-      ASSERT_NE(find_product(row.product_id, version), nullptr);
+    for (int version = 0; version <= 1000; ++version) ASSERT_NE(find_product(row.product_id, version), nullptr);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace garmin {
@@ -82,11 +83,11 @@ inline constexpr std::array kPackets{
   return nullptr;
 }
 
-// Whether a link protocol has packets of this kind.
-[[nodiscard]] constexpr bool link_has(std::uint16_t link, PacketKind kind) {
+// The id of packets of a kind under a link protocol; nothing when it has none.
+[[nodiscard]] constexpr std::optional<std::uint8_t> id_of(PacketKind kind, std::uint16_t link) {
   for (const PacketRow& row : kPackets)
-    if (row.kind == kind && (row.link == kAnyLink || row.link == link)) return true;
-  return false;
+    if (row.kind == kind && (row.link == kAnyLink || row.link == link)) return row.id;
+  return std::nullopt;
 }
 
 }  // namespace garmin

@@ -38,8 +38,7 @@ TEST(PacketAssembler, ADataByte16BeforeA3DoesNotEndThePacket) {
 }
 
 TEST(PacketAssembler, AnIdOf16IsTakenSingleOrDoubled) {
-  for (const Bytes& wire :
-       {Bytes{0x10, 0x10, 1, 5, 0xEA, 0x10, 3}, Bytes{0x10, 0x10, 0x10, 1, 5, 0xEA, 0x10, 3}}) {
+  for (const Bytes& wire : {Bytes{0x10, 0x10, 1, 5, 0xEA, 0x10, 3}, Bytes{0x10, 0x10, 0x10, 1, 5, 0xEA, 0x10, 3}}) {
     PacketAssembler assembler;
     assembler.start();
     ASSERT_EQ(feed_all(assembler, wire), PacketAssembler::State::Complete);

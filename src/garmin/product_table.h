@@ -11,8 +11,7 @@ namespace garmin {
 
 struct ProductRow {
   std::uint16_t product_id;
-  // n > 0: version x 100 of at least n; n < 0: below -n; 0: any. The first row of a product takes any when n
-  // >= 0.
+  // n > 0: version x 100 of at least n; n < 0: below -n; 0: any. The first row of a product takes any when n >= 0.
   int version_limit;
   std::uint16_t link, command, waypoint_data, route_header, route_waypoint, track_transfer, track_data,
       proximity_transfer, proximity_data, almanac_data;
@@ -80,8 +79,7 @@ inline constexpr std::array kProducts{
   bool first = true;
   for (const ProductRow& row : kProducts) {
     if (row.product_id != product_id) continue;
-    const bool accepts =
-        row.version_limit >= 0 ? first || version >= row.version_limit : version < -row.version_limit;
+    const bool accepts = row.version_limit >= 0 ? first || version >= row.version_limit : version < -row.version_limit;
     if (accepts) return &row;
     first = false;
   }

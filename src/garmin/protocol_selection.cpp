@@ -12,8 +12,10 @@ using namespace std::chrono_literals;
 
 constexpr std::array<std::uint8_t, 3> kProductRequest{254, 1, 32};
 constexpr auto kArrayWait = 300ms;
+constexpr auto kPollInterval = 20ms;  // between two looks at ESC
 // A receiver whose transfer was broken off goes on with old packets; after so many it is taken for noise.
 constexpr int kMostStrayPackets = 50;
+constexpr std::size_t kLines = 10;
 
 // Which fields of the selection an "A" entry and the entries behind it set.
 struct ArrayRow {
@@ -70,29 +72,65 @@ void ProtocolSelection::identifyGarmin() {
 }
 
 void ProtocolSelection::converse() {
+  link_.begin_conversation();
   send_command(commands_.abort, "Gabort");
   link_.getGarminMessage();
-  if (stopped()) return;
+  if (stopped() || !ask_for_product() || !wait_for_array()) return;
+  // An answer that was lost on the way can hold the array up for seconds: ask once more before giving up.
+  if (!ProtocolsLoaded && find_product(product_.id, product_.version) == nullptr &&
+      !(ask_for_product() && wait_for_array()))
+    return;
+  if (ProtocolsLoaded) {
+    flags_.UserAbort = !link_is_known();
+  } else {
+    setProtocolParams();
+  }
+  flags_.GpsIdentified = !stopped();
+}
+
+// The product request and its answer; false when the conversation has to stop.
+bool ProtocolSelection::ask_for_product() {
   link_.sendGarminPacket(kProductRequest, "Send ID");
   link_.set_acknowledge_state(GarminLink::Acknowledge::Refused);
   link_.getGarminMessage();
-  if (stopped()) return;
+  if (stopped()) return false;
   if (link_.acknowledge_state() == GarminLink::Acknowledge::Refused) {
     link_.sendGarminPacket(kProductRequest, "Send ID");
     link_.getGarminMessage();
-    if (stopped()) return;
+    if (stopped()) return false;
   }
-  if (link_.last_kind() != PacketKind::Pid_Product_Data && !receive_until(PacketKind::Pid_Product_Data))
-    return;
-  // Extended product data may come between the product data and the array.
+  return link_.last_kind() == PacketKind::Pid_Product_Data || receive_until(PacketKind::Pid_Product_Data);
+}
+
+// Takes the array if it comes within kArrayWait; extended product data may come before it. False when the
+// conversation has to stop.
+bool ProtocolSelection::wait_for_array() {
   for (int packets = 0; !ProtocolsLoaded && packets < kMostStrayPackets; ++packets) {
-    port_.wait_for_input(kArrayWait);
+    for (auto waited = 0ms; waited < kArrayWait && !port_.AsyncInStat(); waited += kPollInterval) {
+      if (port_.EscPressed()) {
+        flags_.UserAbort = true;
+        front_end_.write_line(2, "Operation Aborted");
+        return false;
+      }
+      port_.wait_for_input(kPollInterval);
+    }
+    if (port_.lost()) {
+      flags_.ComTimedOut = true;
+      return false;
+    }
     if (!port_.AsyncInStat()) break;
     link_.getGarminMessage();
-    if (stopped()) return;
+    if (stopped()) return false;
   }
-  if (!ProtocolsLoaded) setProtocolParams();
-  flags_.GpsIdentified = !stopped();
+  return true;
+}
+
+bool ProtocolSelection::link_is_known() {
+  if (protocols_.link == 1 || protocols_.link == 2) return true;
+  front_end_.write_line(4, protocols_.link == kNone
+                               ? std::string("Link Protocol Violation, aborting...")
+                               : base::format_text("Unknown Link Protocol L%03d, aborting", protocols_.link));
+  return false;
 }
 
 bool ProtocolSelection::receive_until(PacketKind kind) {
@@ -110,20 +148,20 @@ void ProtocolSelection::take_product_data(std::span<const std::uint8_t> data) {
   base::ByteReader in(data);
   product_.id = in.u16();
   product_.version = in.i16();
-  product_.further_texts.clear();
   std::vector<std::string> texts;
   while (in.remaining() > 0) {
     const std::size_t left = in.remaining();
-    std::string text = in.string();
+    texts.push_back(in.string());
     // A last text whose NUL was cut off is a text all the same.
-    if (!in.ok()) text = base::ByteReader(data.last(left)).text(left);
-    if (!text.empty()) texts.push_back(text);
+    if (!in.ok()) texts.back() = base::ByteReader(data.last(left)).text(left);
   }
   product_.description = texts.empty() ? std::string() : texts.front();
+  product_.further_texts.clear();
   if (!texts.empty()) product_.further_texts.assign(texts.begin() + 1, texts.end());
 }
 
 void ProtocolSelection::take_capability_array(std::span<const std::uint8_t> data) {
+  if (!link_.Identifying) return;  // in the middle of a transfer it is noise
   protocols_ = {};
   struct Entry {
     char tag;
@@ -140,10 +178,9 @@ void ProtocolSelection::take_capability_array(std::span<const std::uint8_t> data
     if (tag == 'L') protocols_.link = number;
     if (tag == 'P') protocols_.physical = number;
     if (tag != 'A') continue;
-    const auto* row =
-        std::find_if(kArrayRows.begin(), kArrayRows.end(), [number = number](const ArrayRow& candidate) {
-          return number >= candidate.first && number <= candidate.last;
-        });
+    const auto* row = std::find_if(kArrayRows.begin(), kArrayRows.end(), [number = number](const ArrayRow& candidate) {
+      return number >= candidate.first && number <= candidate.last;
+    });
     if (row != kArrayRows.end()) {
       protocols_.*(row->transfer) = number;
       for (const auto field : row->data)
@@ -164,8 +201,7 @@ void ProtocolSelection::setProtocolParams() {
   if (ProtocolsLoaded) return;
   const ProductRow* row = find_product(product_.id, product_.version);
   if (row == nullptr) {
-    front_end_.message_box("setProtocolParams",
-                           "No Protocol Array and Protocol not in Table program can't continue.");
+    front_end_.message_box("setProtocolParams", "No Protocol Array and Protocol not in Table program can't continue.");
     flags_.UserAbort = true;
     return;
   }
@@ -192,13 +228,11 @@ void ProtocolSelection::setProtocolParams() {
   set_command_numbers();
 }
 
-// Deliberate : only a selection from the table changes the numbers; after a capability array those of A010
-// stay.
+// Deliberate : only a selection from the table changes the numbers; after a capability array those of A010 stay.
 void ProtocolSelection::set_command_numbers() {
   if (protocols_.command == 10) return;
   if (protocols_.command != 11) {
-    front_end_.write_line(
-        4, base::format_text("Unknown Command Protocol:A%03d  Aborting...", protocols_.command));
+    front_end_.write_line(4, base::format_text("Unknown Command Protocol:A%03d  Aborting...", protocols_.command));
     flags_.UserAbort = true;
     return;
   }
@@ -219,20 +253,19 @@ void ProtocolSelection::report() const {
   const auto d = [](std::uint16_t number) { return name_of('D', number); };
   const auto pair = [this](int line, const char* transfer, const std::string& first, const char* data,
                            const std::string& second) {
-    front_end_.write_line(line,
-                          base::format_text("%s: %s, %s: %s", transfer, first.c_str(), data, second.c_str()));
+    front_end_.write_line(line, base::format_text("%s: %s, %s: %s", transfer, first.c_str(), data, second.c_str()));
   };
-  front_end_.write_line(1, base::format_text("Product Data      : %s, Physical      : %s    Product ID: %d",
-                                             "A000", name_of('P', p.physical).c_str(), product_.id));
+  front_end_.write_line(1, base::format_text("Product Data      : %s, Physical      : %s    Product ID: %d", "A000",
+                                             name_of('P', p.physical).c_str(), product_.id));
   pair(2, "Link              ", name_of('L', p.link), "Command       ", a(p.command));
   pair(3, "Waypoint Transfer ", a(p.waypoint_transfer), "Waypoint Data ", d(p.waypoint_data));
   front_end_.write_line(
       4, base::format_text("Route Transfer    : %s, Route Header  : %s, Route Data: %s, Route Link Data: %s",
-                           a(p.route_transfer).c_str(), d(p.route_header).c_str(),
-                           d(p.route_waypoint).c_str(), d(p.route_link).c_str()));
+                           a(p.route_transfer).c_str(), d(p.route_header).c_str(), d(p.route_waypoint).c_str(),
+                           d(p.route_link).c_str()));
   front_end_.write_line(
-      5, base::format_text("Track Transfer    : %s, Track Header  : %s, Track Data: %s",
-                           a(p.track_transfer).c_str(), d(p.track_header).c_str(), d(p.track_data).c_str()));
+      5, base::format_text("Track Transfer    : %s, Track Header  : %s, Track Data: %s", a(p.track_transfer).c_str(),
+                           d(p.track_header).c_str(), d(p.track_data).c_str()));
   pair(6, "Proximity Transfer", a(p.proximity_transfer), "Proximity Data", d(p.proximity_data));
   pair(7, "Almanac Transfer  ", a(p.almanac_transfer), "Almanac Data  ", d(p.almanac_data));
   pair(8, "Date/Time Transfer", a(p.time_transfer), "Date/Time Data", d(p.time_data));
@@ -242,9 +275,8 @@ void ProtocolSelection::report() const {
 
 void ProtocolSelection::show_identification() const {
   front_end_.write_line(1, base::format_text("%s         ID: %d", product_.description.c_str(), product_.id));
-  int line = 2;
-  for (const std::string& text : product_.further_texts)
-    if (line <= 10) front_end_.write_line(line++, text);
+  for (std::size_t i = 0; i + 2 <= kLines; ++i)
+    front_end_.write_line(static_cast<int>(i) + 2, i < product_.further_texts.size() ? product_.further_texts[i] : "");
 }
 
 }  // namespace garmin

@@ -30,8 +30,7 @@ struct Protocols {
 
 // Numbers of the commands that are sent, which depend on the command protocol.
 struct Commands {
-  std::uint8_t abort = 0, almanac = 1, position = 2, proximity = 3, routes = 4, time = 5, tracks = 6,
-               waypoints = 7;
+  std::uint8_t abort = 0, almanac = 1, position = 2, proximity = 3, routes = 4, time = 5, tracks = 6, waypoints = 7;
   std::uint8_t power_off = 8, voltages = 17, start_pvt = 49, stop_pvt = 50;
 };
 
@@ -45,8 +44,7 @@ struct Product {
 class ProtocolSelection : public serial::Receiver {
  public:
   // All must outlive the selection, which takes the packets with product data and capability array.
-  ProtocolSelection(GarminLink& link, serial::ComPort& port, base::FrontEnd& front_end,
-                    serial::DeviceFlags& flags);
+  ProtocolSelection(GarminLink& link, serial::ComPort& port, base::FrontEnd& front_end, serial::DeviceFlags& flags);
 
   [[nodiscard]] int family() const override { return kFamily; }
   void probe() override { identifyGarmin(); }
@@ -56,9 +54,11 @@ class ProtocolSelection : public serial::Receiver {
   void identifyGarmin();
   // Selection from the product table; nothing after a capability array.
   void setProtocolParams();
+  // Whether the receiver has sent a capability array, which report() can show.
+  [[nodiscard]] bool has_array() const { return ProtocolsLoaded; }
   // The ten lines of "Get Supported Protocols", or one that there is no array to report.
   void report() const;
-  // "%s         ID: %d" on line 1, each further text of the receiver on the next lines.
+  // "%s         ID: %d" on line 1, each further text of the receiver on the next lines, the others blank.
   void show_identification() const;
   // A command packet with the number.
   void send_command(std::uint8_t number, std::string_view label);
@@ -74,7 +74,10 @@ class ProtocolSelection : public serial::Receiver {
   void converse();
   void take_product_data(std::span<const std::uint8_t> data);
   void take_capability_array(std::span<const std::uint8_t> data);
+  bool ask_for_product();
   bool receive_until(PacketKind kind);
+  bool wait_for_array();
+  bool link_is_known();
   void set_command_numbers();
 
   GarminLink& link_;

@@ -1,6 +1,5 @@
 // What all record tables share: a row for each data format (D-number), and the one way in which a received
-// record is decoded or refused. Layouts after the maker's published interface document: little-endian,
-// without padding.
+// record is decoded or refused. Layouts after the maker's published interface document: little-endian, without padding.
 #pragma once
 
 #include <algorithm>
@@ -20,8 +19,7 @@ namespace garmin {
 
 inline constexpr std::size_t kLongestRecord = 255;  // data bytes that one packet can hold
 
-// One data format. Lengths are in data bytes; they differ only where the format ends in texts with a closing
-// NUL.
+// One data format. Lengths are in data bytes; they differ only where the format ends in texts with a closing NUL.
 template <typename Record>
 struct FormatOf {
   std::uint16_t number;  // 108 for D108
@@ -54,8 +52,7 @@ template <typename Record>
                                          std::uint16_t number, std::string_view packet_name,
                                          std::span<const std::uint8_t> data, Record& record) {
   const auto refused = [&](Decoded outcome, const std::string& why) {
-    return DecodeResult{outcome,
-                        std::string(packet_name) + " D" + std::to_string(number) + why + ": record refused"};
+    return DecodeResult{outcome, std::string(packet_name) + " D" + std::to_string(number) + why + ": record refused"};
   };
   const auto wrong_length = [&](const char* relation, std::size_t length) {
     return refused(Decoded::WrongLength,
@@ -79,8 +76,7 @@ template <typename Record>
 }
 
 // Latitude and longitude in semicircles, 2^31 of them to 180 degrees; the degrees are exact. A latitude
-// beyond a pole is how receivers mark a position that they do not have: false, and `position` stays as it
-// was.
+// beyond a pole is how receivers mark a position that they do not have: false, and `position` stays as it was.
 [[nodiscard]] inline bool read_position(base::ByteReader& in, geodesy::Position& position) {
   constexpr std::int32_t kPole = 1 << 30;
   constexpr double kDegrees = 180.0 / 2147483648.0;
@@ -91,8 +87,7 @@ template <typename Record>
   return true;
 }
 
-// An altitude or depth in metres. "Not known" (1.0e24 or more) stays as received; what is no number is not
-// known.
+// An altitude or depth in metres. "Not known" (1.0e24 or more) stays as received; what is no number is not known.
 [[nodiscard]] inline float read_metres(base::ByteReader& in) {
   const float metres = in.f32();
   return std::isfinite(metres) ? metres : store::kNotKnown;

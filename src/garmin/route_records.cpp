@@ -25,7 +25,6 @@ bool decode_d202(ByteReader& in, RouteHeader& header) {
 
 bool decode_d210(ByteReader& in, store::ItemRecord& item) {
   item.has_route_link = 1;
-  if (item.detail_kind != store::kLongIdentDetails) item.detail_kind = store::kRouteLinkDetails;
   item.link_class = in.u16();
   std::ranges::copy(in.bytes(item.link_subclass.size()), item.link_subclass.begin());
   item.route_link_ident = in.string();

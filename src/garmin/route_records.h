@@ -17,8 +17,7 @@ using RouteHeaderFormat = FormatOf<RouteHeader>;
 
 extern const std::span<const RouteHeaderFormat> kRouteHeaderFormats;  // D200, D201, D202
 
-// D210, the leg from a route point to the next one, decoded on top of the point that it leaves. The detail
-// kind becomes 3, but stays 1 where it is: the link ident of that point hangs on it.
+// D210, the leg from a route point to the next one: the link fields of an item.
 extern const std::span<const RecordFormat> kRouteLinkFormats;
 
 }  // namespace garmin

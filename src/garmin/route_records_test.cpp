@@ -62,15 +62,7 @@ TEST(RouteRecords, ALinkIsKeptWithThePointThatItLeaves) {
   EXPECT_EQ(point.link_subclass,
             (std::array<std::uint8_t, 18>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18}));
   EXPECT_EQ(point.route_link_ident, "Route 66");
-  EXPECT_EQ(point.detail_kind, store::kRouteLinkDetails);
-}
-
-TEST(RouteRecords, ALinkDoesNotTakeAwayTheLinkIdentOfItsPoint) {
-  store::ItemRecord point = store::blank_item();
-  point.detail_kind = store::kLongIdentDetails;
-  ASSERT_TRUE(decode_record(kRouteLinkFormats, 210, "Pid_Rte_Link_Data", data_of(kLink), point));
-  EXPECT_EQ(point.detail_kind, store::kLongIdentDetails);
-  EXPECT_EQ(point.has_route_link, 1);
+  EXPECT_EQ(point.detail_kind, store::kFullDetails);
 }
 
 TEST(RouteRecords, ACutLinkLeavesThePointWithoutOne) {
@@ -78,8 +70,7 @@ TEST(RouteRecords, ACutLinkLeavesThePointWithoutOne) {
   base::Bytes data = data_of(kLink);
   while (!data.empty()) {
     data.pop_back();
-    EXPECT_EQ(decode_record(kRouteLinkFormats, 210, "Pid_Rte_Link_Data", data, point).outcome,
-              Decoded::WrongLength);
+    EXPECT_EQ(decode_record(kRouteLinkFormats, 210, "Pid_Rte_Link_Data", data, point).outcome, Decoded::WrongLength);
     EXPECT_EQ(point.has_route_link, 0);
   }
 }

@@ -19,12 +19,8 @@ ItemRecord decoded(std::span<const RecordFormat> formats, std::uint16_t number, 
   EXPECT_TRUE(result) << result.refusal;
   return item;
 }
-ItemRecord point(std::uint16_t number, const base::Bytes& data) {
-  return decoded(kTrackPointFormats, number, data);
-}
-ItemRecord header(std::uint16_t number, const base::Bytes& data) {
-  return decoded(kTrackHeaderFormats, number, data);
-}
+ItemRecord point(std::uint16_t number, const base::Bytes& data) { return decoded(kTrackPointFormats, number, data); }
+ItemRecord header(std::uint16_t number, const base::Bytes& data) { return decoded(kTrackHeaderFormats, number, data); }
 
 // 22.5 N, 90 W, second 0x01020304.
 #define PLACE_AND_TIME "\x00\x00\x00\x10\x00\x00\x00\xC0\x04\x03\x02\x01"
@@ -60,9 +56,8 @@ TEST(TrackRecords, AllThreeWaysToSayNoTimeAreNoTime) {
 
 TEST(TrackRecords, APointWithoutAPositionIsRefusedNotPutAtZero) {
   ItemRecord item = store::blank_item();
-  const DecodeResult result =
-      decode_record(kTrackPointFormats, 300, "Pid_Trk_Data",
-                    data_of("\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x7F\x04\x03\x02\x01\x01"), item);
+  const DecodeResult result = decode_record(kTrackPointFormats, 300, "Pid_Trk_Data",
+                                            data_of("\xFF\xFF\xFF\x7F\xFF\xFF\xFF\x7F\x04\x03\x02\x01\x01"), item);
   EXPECT_EQ(result.refusal, "Pid_Trk_Data D300 has no position: record refused");
   EXPECT_EQ(item.time.seconds, 0U);
 }
@@ -72,8 +67,7 @@ TEST(TrackRecords, APointOfTheWrongLengthIsRefused) {
   const auto refusal = [&](std::uint16_t number, const base::Bytes& data) {
     return decode_record(kTrackPointFormats, number, "Pid_Trk_Data", data, item).refusal;
   };
-  EXPECT_EQ(refusal(300, data_of(PLACE_AND_TIME "\0\0")),
-            "Pid_Trk_Data D300: 14 bytes instead of 13: record refused");
+  EXPECT_EQ(refusal(300, data_of(PLACE_AND_TIME "\0\0")), "Pid_Trk_Data D300: 14 bytes instead of 13: record refused");
   EXPECT_EQ(refusal(301, data_of(PLACE_AND_TIME ALTITUDE_DEPTH)),
             "Pid_Trk_Data D301: 20 bytes instead of 21: record refused");
   EXPECT_EQ(refusal(302, data_of(PLACE_AND_TIME ALTITUDE_DEPTH "\0\0\0\0\0\0")),

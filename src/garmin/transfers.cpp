@@ -14,6 +14,7 @@ namespace {
 
 // Packets in a row that do not belong to the download; more are a receiver gone mad.
 constexpr int kMostStrayPackets = 200;
+constexpr int kMostRestarts = 5;
 constexpr int kFirstCompletionLine = 3;
 
 }  // namespace
@@ -34,26 +35,23 @@ struct GarminTransfers::Step {
 
 std::span<const GarminTransfers::Step> GarminTransfers::steps() {
   static constexpr std::array kSteps{
-      Step{Kind::Waypoints, "getWaypoints", 'W', "Waypoint", "Downloading Waypoints",
-           "Waypoint download completed", &Commands::waypoints, 7, &Protocols::waypoint_transfer,
-           PacketKind::Pid_Wpt_Data, "Waypoints not supported."},
-      Step{Kind::Tracks, "getTrack", 'T', "Track", "Downloading Tracks", "Tracks download completed",
-           &Commands::tracks, 6, &Protocols::track_transfer, PacketKind::Pid_Trk_Data,
-           "Tracks not supported."},
-      Step{Kind::Routes, "getRoute", 'R', "Route", "Downloading Routes", "Routes download completed",
-           &Commands::routes, 4, &Protocols::route_transfer, PacketKind::Pid_Rte_Wpt_Data,
-           "Routes not supported."},
-      Step{Kind::ProximityWaypoints, "getProxWaypoints", 'P', "Proximity Waypoint",
-           "Downloading ProxWaypoints", "Proximity download completed", &Commands::proximity, 3,
-           &Protocols::proximity_transfer, PacketKind::Pid_Prx_Wpt_Data,
-           "Proximity waypoints not supported."},
+      Step{Kind::Waypoints, "getWaypoints", 'W', "Waypoint", "Downloading Waypoints", "Waypoint download completed",
+           &Commands::waypoints, 7, &Protocols::waypoint_transfer, PacketKind::Pid_Wpt_Data,
+           "Waypoints not supported."},
+      Step{Kind::Tracks, "getTrack", 'T', "Track", "Downloading Tracks", "Tracks download completed", &Commands::tracks,
+           6, &Protocols::track_transfer, PacketKind::Pid_Trk_Data, "Tracks not supported."},
+      Step{Kind::Routes, "getRoute", 'R', "Route", "Downloading Routes", "Routes download completed", &Commands::routes,
+           4, &Protocols::route_transfer, PacketKind::Pid_Rte_Wpt_Data, "Routes not supported."},
+      Step{Kind::ProximityWaypoints, "getProxWaypoints", 'P', "Proximity Waypoint", "Downloading ProxWaypoints",
+           "Proximity download completed", &Commands::proximity, 3, &Protocols::proximity_transfer,
+           PacketKind::Pid_Prx_Wpt_Data, "Proximity waypoints not supported."},
   };
   return kSteps;
 }
 
 GarminTransfers::GarminTransfers(GarminLink& link, serial::ComPort& port, ProtocolSelection& selection,
-                                 store::ItemStore& items, const store::Settings& settings,
-                                 base::FrontEnd& front_end, serial::DeviceFlags& flags)
+                                 store::ItemStore& items, const store::Settings& settings, base::FrontEnd& front_end,
+                                 serial::DeviceFlags& flags)
     : link_(link),
       port_(port),
       selection_(selection),
@@ -64,15 +62,9 @@ GarminTransfers::GarminTransfers(GarminLink& link, serial::ComPort& port, Protoc
   using Take = void (GarminTransfers::*)(std::span<const std::uint8_t>);
   const auto on_record = [this](PacketKind packet, Kind kind, Take take) {
     link_.on(packet, [this, packet, kind, take](std::span<const std::uint8_t> data) {
-      // A record of another kind, before the count or beyond it, is left over from a transfer that was broken
-      // off.
+      // A record of another kind, or before the count, is left over from a transfer that was broken off.
       if (running_ == nullptr || running_->kind != kind || expected_ < 0) return;
-      base::Bytes record{static_cast<std::uint8_t>(packet)};
-      record.insert(record.end(), data.begin(), data.end());
-      const bool repeated = record == previous_record_;
-      previous_record_ = std::move(record);
-      is_repeat_ = repeated && is_repeat(data);
-      if (is_repeat_ || received_ >= expected_) return;
+      if (is_repeat(packet, data)) return;
       ++received_;
       (this->*take)(data);
     });
@@ -94,6 +86,7 @@ bool GarminTransfers::download(Kind kind) {
   next_line_ = kFirstCompletionLine;
   completions_.clear();
   port_.OpenGpsPort(kFamily, &selection_);
+  link_.begin_conversation();
   front_end_.set_status(3, "ESC key to abort");
   if (!flags_.PortOpen) {
     front_end_.write_line(1, "Failed to open COM port!");
@@ -110,8 +103,7 @@ bool GarminTransfers::download(Kind kind) {
     if (kind != Kind::All && kind != step.kind) continue;
     const Outcome outcome = run_step(step);
     // Asked for by name, a kind that the receiver does not have is a failure; among all kinds it is not.
-    if (outcome == Outcome::Incomplete || (outcome == Outcome::NotSupported && kind != Kind::All))
-      all_came = false;
+    if (outcome == Outcome::Incomplete || (outcome == Outcome::NotSupported && kind != Kind::All)) all_came = false;
     if (stop_after(outcome)) going_on = all_came = false;
   }
   close_port();
@@ -132,10 +124,10 @@ bool GarminTransfers::stop_after(Outcome outcome) {
     close_port();
     front_end_.message_box("Download", "Serial Port Timeout");
     if (!port_.lost()) {
-      front_end_.write_line(
-          3, base::format_text("The receiver on %s stopped answering. What has arrived is kept; check "
-                               "the cable and download again.",
-                               port_.port_name().c_str()));
+      front_end_.write_line(3,
+                            base::format_text("The receiver on %s stopped answering. What has arrived is kept; check "
+                                              "the cable and download again.",
+                                              port_.port_name().c_str()));
     }
     return true;
   }
@@ -151,7 +143,7 @@ GarminTransfers::Outcome GarminTransfers::run_step(const Step& step) {
   front_end_.set_status(1, step.status);
   // A receiver may claim a kind that its link has no packets for; asked for it, it would only be silent.
   const Protocols& protocols = selection_.protocols();
-  const bool supported = protocols.*(step.transfer) != kNone && link_has(protocols.link, step.record);
+  const bool supported = protocols.*(step.transfer) != kNone && id_of(step.record, protocols.link);
   Outcome outcome = Outcome::NotSupported;
   if (supported) {
     running_ = &step;
@@ -159,7 +151,6 @@ GarminTransfers::Outcome GarminTransfers::run_step(const Step& step) {
     outcome = getGPSrecords(step);
     running_ = nullptr;
     before_.reset();
-    previous_record_.clear();
     front_end_.set_progress_range(0);
   } else {
     front_end_.write_line(1, step.not_supported);
@@ -173,16 +164,17 @@ GarminTransfers::Outcome GarminTransfers::run_step(const Step& step) {
   front_end_.set_status(1, " ");
   if (refused_ > 0 && outcome != Outcome::NotSupported)
     front_end_.write_line(2, base::format_text("%d records refused", refused_));
-  if (outcome == Outcome::Done) complete(step.completion);
+  // Deliberate : proximity waypoints are completed even by a receiver that has none.
+  if (outcome == Outcome::Done || (!supported && step.kind == Kind::ProximityWaypoints)) complete(step.completion);
   return outcome;
 }
 
 GarminTransfers::Outcome GarminTransfers::getGPSrecords(const Step& step) {
   expected_ = -1;
-  received_ = refused_ = 0;
-  route_number_ = -1;
+  restarts_ = 0;
   completed_ = closed_ = began_anew_ = false;
-  link_.set_expected_id(selection_.records_id());
+  forget_received();
+  expect_next(step);
   selection_.send_command(selection_.commands().*(step.command),
                           base::format_text("GetGPSstart from  %s", step.name.data()));
   if (!receive()) return Outcome::Failed;
@@ -193,19 +185,22 @@ GarminTransfers::Outcome GarminTransfers::getGPSrecords(const Step& step) {
     return Outcome::Incomplete;
   }
   if (expected_ == 0) {
-    front_end_.write_line(route ? 4 : 1,
-                          base::format_text("GPS: No %s records to send", step.singular.data()));
+    front_end_.write_line(route ? 4 : 1, base::format_text("GPS: No %s records to send", step.singular.data()));
+    expect_next(step);
     return closed_ || receive() ? Outcome::Done : Outcome::Failed;
   }
   const bool going_on = receive_records(step);
   front_end_.set_progress_range(0);
   write_progress(4, "");
-  if (route) write_progress(3, "");
-  if (received_ < expected_)
-    front_end_.write_line(1, base::format_text("%d of %d received", received_, expected_));
+  if (received_ != expected_) front_end_.write_line(1, base::format_text("%d of %d received", received_, expected_));
   if (!going_on) {
     if (route) front_end_.write_line(2, "Operation Aborted");
     return Outcome::Failed;
+  }
+  if (route) write_progress(3, "");
+  if (!closed_) {  // no room for the rest, which was said; the receiver must not go on with it
+    selection_.send_command(selection_.commands().abort, "Gabort");
+    return Outcome::Incomplete;
   }
   if (!completed_) front_end_.write_line(4, base::format_text("No %s EOF received", step.singular.data()));
   return received_ < expected_ ? Outcome::Incomplete : Outcome::Done;
@@ -214,20 +209,31 @@ GarminTransfers::Outcome GarminTransfers::getGPSrecords(const Step& step) {
 // Up to the closing packet; false when the download has to stop.
 bool GarminTransfers::receive_records(const Step& step) {
   began_anew_ = true;
-  while (!closed_) {
+  const bool needs_rows = step.kind == Kind::Routes;
+  while (!closed_ && !(needs_rows && items_.route_overflow())) {
     if (std::exchange(began_anew_, false)) {
       front_end_.set_progress_range(expected_);
-      if (step.kind == Kind::Routes)
-        write_progress(3, base::format_text("%3d total route records", expected_));
+      if (step.kind == Kind::Routes) write_progress(3, base::format_text("%3d total route records", expected_));
     }
+    expect_next(step);
     if (!receive()) return false;
-    if (items_.route_overflow()) {  // no room for what follows; said where it happened
-      flags_.UserAbort = true;
-      return false;
-    }
     if (!closed_ && !began_anew_) show_progress(step, received_);
   }
   return true;
+}
+
+void GarminTransfers::forget_received() {
+  received_ = refused_ = 0;
+  route_number_ = -1;
+  route_open_ = false;
+  items_.forget_pending_track();
+}
+
+// What a NAK is to ask for: the count, then records, then the closing packet.
+void GarminTransfers::expect_next(const Step& step) {
+  const std::uint16_t link = selection_.protocols().link;
+  const PacketKind next = received_ < expected_ ? step.record : PacketKind::Pid_Xfer_Cmplt;
+  link_.set_expected_id(expected_ < 0 ? selection_.records_id() : *id_of(next, link));
 }
 
 void GarminTransfers::show_progress(const Step& step, int index) {
@@ -240,25 +246,30 @@ void GarminTransfers::show_progress(const Step& step, int index) {
 }
 
 bool GarminTransfers::receive() {
-  for (int strays = 0; strays < kMostStrayPackets; ++strays) {
-    const int received_before = received_;
-    is_repeat_ = false;
+  const int most = expected_ < 0 ? 0 : expected_ + kMostStrayPackets;  // a few more than announced may come
+  for (int strays = 0; strays < kMostStrayPackets && restarts_ <= kMostRestarts; ++strays) {
+    const int expected_before = expected_, received_before = received_;
     link_.getGarminMessage();
     if (flags_.ComTimedOut || flags_.UserAbort) return false;
-    const PacketKind kind = link_.last_kind();
-    if (kind == PacketKind::Pid_Records || closed_ || received_ != received_before) return true;
+    if (received_ > most && expected_ >= 0 && !began_anew_) break;
+    if (expected_ != expected_before || began_anew_ || closed_ || received_ != received_before) return true;
   }
   front_end_.write_line(2, "The receiver keeps sending packets that do not belong to this transfer.");
   flags_.ComTimedOut = true;
   return false;
 }
 
-// Track points without a time may truly come twice: a receiver that stands still writes them so.
-bool GarminTransfers::is_repeat(std::span<const std::uint8_t> data) {
-  if (link_.last_kind() != PacketKind::Pid_Trk_Data) return true;
+// Whether the packet is the one before it once more, sent again because our answer was lost.
+bool GarminTransfers::is_repeat(PacketKind kind, std::span<const std::uint8_t> data) {
+  base::Bytes packet{static_cast<std::uint8_t>(kind)};
+  packet.insert(packet.end(), data.begin(), data.end());
+  const bool same = packet == std::exchange(previous_packet_, packet);
+  if (!same || kind != PacketKind::Pid_Trk_Data) return same;
+  // Track points without a time may truly come twice: a receiver that stands still writes them so.
   store::ItemRecord point = store::blank_item();
-  return decode_record(kTrackPointFormats, selection_.protocols().track_data, "", data, point) &&
-         point.time.seconds != 0;
+  const bool readable =
+      static_cast<bool>(decode_record(kTrackPointFormats, selection_.protocols().track_data, "", data, point));
+  return !readable || point.time.seconds != 0;
 }
 
 void GarminTransfers::take_records(std::span<const std::uint8_t> data) {
@@ -266,18 +277,19 @@ void GarminTransfers::take_records(std::span<const std::uint8_t> data) {
   base::ByteReader in(data);
   const int count = in.u16();
   if (!in.ok()) return;
+  previous_packet_.clear();
   if (expected_ >= 0) {
     // It did not see our answers and starts over: what this download stored would be there twice.
     items_.restore(*before_);
-    received_ = refused_ = 0;
-    previous_record_.clear();
+    forget_received();
     began_anew_ = true;
+    ++restarts_;
   }
   expected_ = count;
 }
 
 void GarminTransfers::take_completion(std::span<const std::uint8_t> data) {
-  if (running_ == nullptr) return;
+  if (running_ == nullptr || is_repeat(PacketKind::Pid_Xfer_Cmplt, data)) return;
   completed_ = !data.empty() && data[0] == running_->completion_code;
   // Before the count, that of another kind is left over from an earlier transfer.
   closed_ = completed_ || expected_ >= 0;
@@ -288,8 +300,8 @@ void GarminTransfers::refused(const std::string& why) {
   front_end_.write_line(1, why);
 }
 
-bool GarminTransfers::decode_item(std::span<const RecordFormat> formats, std::uint16_t number,
-                                  std::string_view packet, std::span<const std::uint8_t> data) {
+bool GarminTransfers::decode_item(std::span<const RecordFormat> formats, std::uint16_t number, std::string_view packet,
+                                  std::span<const std::uint8_t> data) {
   items_.start_item();
   const DecodeResult result = decode_record(formats, number, packet, data, items_.CurrentItem);
   if (!result) refused(result.refusal);
@@ -315,36 +327,44 @@ void GarminTransfers::take_track_header(std::span<const std::uint8_t> data) {
 }
 
 void GarminTransfers::take_track_point(std::span<const std::uint8_t> data) {
-  if (decode_item(kTrackPointFormats, selection_.protocols().track_data, "Pid_Trk_Data", data) &&
-      items_.push_track() != 0)
-    ++refused_;
+  if (decode_item(kTrackPointFormats, selection_.protocols().track_data, "Pid_Trk_Data", data)) {
+    if (items_.push_track() != 0) ++refused_;
+  } else if (!data.empty() && data.back() == 1) {
+    // All point formats end with the mark of a new segment, which holds for the next point then.
+    items_.start_segment();
+  }
 }
 
 void GarminTransfers::take_route_header(std::span<const std::uint8_t> data) {
   RouteHeader header;
   const DecodeResult result =
       decode_record(kRouteHeaderFormats, selection_.protocols().route_header, "Pid_Rte_Hdr", data, header);
+  route_open_ = false;
   if (!result) {
     refused(result.refusal);
     return;
   }
   // A format without numbers counts the routes itself.
   route_number_ = header.number.value_or(route_number_ + 1);
-  items_.start_route(static_cast<std::uint32_t>(route_number_), base::format_text("%02d", route_number_),
-                     header.name);
-  if (items_.push_route(true) != 0) ++refused_;
+  items_.start_route(static_cast<std::uint32_t>(route_number_), base::format_text("%02d", route_number_), header.name);
+  route_open_ = items_.push_route(true) == 0;
+  if (!route_open_) ++refused_;
 }
 
 void GarminTransfers::take_route_point(std::span<const std::uint8_t> data) {
-  if (decode_item(kWaypointFormats, selection_.protocols().route_waypoint, "Pid_Rte_Wpt_Data", data) &&
-      items_.push_route(true) != 0)
-    ++refused_;
+  if (!decode_item(kWaypointFormats, selection_.protocols().route_waypoint, "Pid_Rte_Wpt_Data", data)) return;
+  if (route_open_) {
+    if (items_.push_route(true) != 0) ++refused_;
+    return;
+  }
+  refused("Pid_Rte_Wpt_Data: a point without a route header before it: kept as a waypoint only");
+  (void)items_.push_waypoint(0);
 }
 
 void GarminTransfers::take_route_link(std::span<const std::uint8_t> data) {
   if (!decode_item(kRouteLinkFormats, selection_.protocols().route_link, "Pid_Rte_Link_Data", data)) return;
   const store::ItemRecord link = items_.CurrentItem;
-  if (!items_.set_route_link(link.link_class, link.link_subclass, link.route_link_ident)) {
+  if (!route_open_ || !items_.set_route_link(link.link_class, link.link_subclass, link.route_link_ident)) {
     ++refused_;
     front_end_.write_line(1, "Pid_Rte_Link_Data: a link without a route point before it: record refused");
   }

@@ -1,5 +1,4 @@
-// Downloads from Garmin receivers: one call moves one kind of item, or all kinds, from the receiver into the
-// stores.
+// Downloads from Garmin receivers: one call moves one kind of item, or all kinds, from the receiver into the stores.
 #pragma once
 
 #include <cstdint>
@@ -23,9 +22,8 @@ enum class Kind { All = 1, Tracks = 2, ProximityWaypoints = 3, Routes = 4, Waypo
 class GarminTransfers {
  public:
   // All must outlive the transfers, which take the record packets of the link.
-  GarminTransfers(GarminLink& link, serial::ComPort& port, ProtocolSelection& selection,
-                  store::ItemStore& items, const store::Settings& settings, base::FrontEnd& front_end,
-                  serial::DeviceFlags& flags);
+  GarminTransfers(GarminLink& link, serial::ComPort& port, ProtocolSelection& selection, store::ItemStore& items,
+                  const store::Settings& settings, base::FrontEnd& front_end, serial::DeviceFlags& flags);
 
   // Opens the port, downloads the kind and closes the port. True when all of it came; on a time-out or after
   // ESC, which are told to the user, what has arrived stays in the stores.
@@ -57,7 +55,9 @@ class GarminTransfers {
   void show_progress(const Step& step, int index);
   // The next packet that belongs to the running download; false when it has to stop.
   bool receive();
-  [[nodiscard]] bool is_repeat(std::span<const std::uint8_t> data);
+  bool is_repeat(PacketKind kind, std::span<const std::uint8_t> data);
+  void expect_next(const Step& step);
+  void forget_received();
   void write_progress(int line, std::string_view text);
   void complete(std::string_view text);
   bool stop_after(Outcome outcome);
@@ -78,11 +78,12 @@ class GarminTransfers {
   int received_ = 0;
   int refused_ = 0;
   int route_number_ = -1;
+  bool route_open_ = false;  // points belong to the latest header
+  int restarts_ = 0;
   bool completed_ = false;                  // the closing packet of this kind came
   bool closed_ = false;                     // a closing packet came
   bool began_anew_ = false;                 // the receiver started over
-  bool is_repeat_ = false;                  // the latest packet was a re-send of the one before
-  base::Bytes previous_record_;             // with its packet kind in front
+  base::Bytes previous_packet_;             // record or closing packet, with its kind in front
   std::map<int, std::string> completions_;  // by output line
   int next_line_ = 3;
 };

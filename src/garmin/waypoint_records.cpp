@@ -27,8 +27,7 @@ std::int16_t display_mode_as_stored(std::uint8_t code) {
 }
 
 // Deliberate : waypoints number their colours 0 black, 1 red, 2 blue, 3 green, 4 yellow, as the colour words
-// of text files do, so red, blue, green and yellow change places with the dark colours 1 to 4. All 16 stay
-// distinct.
+// of text files do, so red, blue, green and yellow change places with the dark colours 1 to 4. All 16 stay distinct.
 constexpr std::array<std::uint8_t, 16> kColours{0, 9, 10, 11, 12, 5, 6, 7, 8, 1, 3, 4, 2, 13, 14, 15};
 // "Transparent" has no number in the store and counts as the default, like every undefined value.
 std::uint8_t colour(unsigned code) { return code < kColours.size() ? kColours[code] : store::kDefaultColour; }
@@ -295,14 +294,12 @@ constexpr std::array kFormats{
 };
 constexpr std::size_t kWithoutDistance = 5;
 constexpr std::size_t kProximityOnly = 3;
-static_assert(kFormats[kWithoutDistance].number == 101 &&
-              kFormats[kFormats.size() - kProximityOnly].number == 400);
+static_assert(kFormats[kWithoutDistance].number == 101 && kFormats[kFormats.size() - kProximityOnly].number == 400);
 
 }  // namespace
 
 constinit const std::span<const RecordFormat> kWaypointFormats =
     std::span(kFormats).first(kFormats.size() - kProximityOnly);
-constinit const std::span<const RecordFormat> kProximityFormats =
-    std::span(kFormats).subspan(kWithoutDistance);
+constinit const std::span<const RecordFormat> kProximityFormats = std::span(kFormats).subspan(kWithoutDistance);
 
 }  // namespace garmin

@@ -27,9 +27,7 @@ ItemRecord decoded(std::span<const RecordFormat> formats, std::uint16_t number, 
   EXPECT_TRUE(result) << result.refusal;
   return item;
 }
-ItemRecord decoded(std::uint16_t number, const std::string& data) {
-  return decoded(kWaypointFormats, number, data);
-}
+ItemRecord decoded(std::uint16_t number, const std::string& data) { return decoded(kWaypointFormats, number, data); }
 
 constexpr std::uint8_t kG12xl = 2;
 
@@ -348,8 +346,8 @@ TEST(WaypointRecords, ProximityFormatsKeepTheirDistance) {
   EXPECT_EQ(d403.symbol_mode, kG12xl);
   EXPECT_EQ(d403.display_mode, 1);
   EXPECT_EQ(d403.proximity_distance, 250.0F);
-  const ItemRecord d450 = decoded(kProximityFormats, 450,
-                                  data_of("\x07\0") + d150(0, data_of("\xD2\x04")) + data_of(DISTANCE_250));
+  const ItemRecord d450 =
+      decoded(kProximityFormats, 450, data_of("\x07\0") + d150(0, data_of("\xD2\x04")) + data_of(DISTANCE_250));
   EXPECT_EQ(d450.ident, "KABC");
   EXPECT_EQ(d450.altitude, 1234.0F);
   EXPECT_EQ(d450.comment, "TOWER 118.5");
@@ -370,15 +368,12 @@ TEST(WaypointRecords, AFormatWithoutADistanceIsNoProximityFormatNorTheOtherWayRo
 TEST(WaypointRecords, ARecordOfTheWrongLengthIsRefusedNamingBothLengths) {
   ItemRecord item;
   const std::string d100 = data_of(HEAD);
-  EXPECT_EQ(decode(100, d100.substr(0, 57), item).refusal,
-            "Pid_Wpt_Data D100: 57 bytes instead of 58: record refused");
-  EXPECT_EQ(decode(100, d100 + '\0', item).refusal,
-            "Pid_Wpt_Data D100: 59 bytes instead of 58: record refused");
+  EXPECT_EQ(decode(100, d100.substr(0, 57), item).refusal, "Pid_Wpt_Data D100: 57 bytes instead of 58: record refused");
+  EXPECT_EQ(decode(100, d100 + '\0', item).refusal, "Pid_Wpt_Data D100: 59 bytes instead of 58: record refused");
   const std::string d106 = data_of(kD106);  // 24 bytes, MAIN ST, I 95
   EXPECT_EQ(decode(106, d106.substr(0, 12), item).refusal,
             "Pid_Wpt_Data D106: 12 bytes, needs at least 26: record refused");
-  EXPECT_EQ(decode(106, d106 + 'X', item).refusal,
-            "Pid_Wpt_Data D106: 38 bytes instead of 37: record refused");
+  EXPECT_EQ(decode(106, d106 + 'X', item).refusal, "Pid_Wpt_Data D106: 38 bytes instead of 37: record refused");
   EXPECT_EQ(decode(106, d106 + std::string(250, 'X'), item).refusal,
             "Pid_Wpt_Data D106: 287 bytes, at most 255: record refused");
 }

@@ -178,8 +178,7 @@ inline constexpr std::array kBuiltInDatums{
 
 static_assert(kBuiltInDatums.size() == 163);
 static_assert(std::ranges::count_if(kBuiltInDatums, [](const DatumEntry& row) {
-                return row.name == "WGS-84" && row.da == 0 && row.df == 0 && row.dx == 0 && row.dy == 0 &&
-                       row.dz == 0;
+                return row.name == "WGS-84" && row.da == 0 && row.df == 0 && row.dx == 0 && row.dy == 0 && row.dz == 0;
               }) == 1);
 
 }  // namespace geodesy

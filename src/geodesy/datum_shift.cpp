@@ -13,8 +13,7 @@ constexpr Ellipsoid kWgs84;
 
 }  // namespace
 
-DatumShift::DatumShift(const DatumTable& table, base::FrontEnd& front_end)
-    : table_(table), front_end_(front_end) {
+DatumShift::DatumShift(const DatumTable& table, base::FrontEnd& front_end) : table_(table), front_end_(front_end) {
   set_datum_shift("WGS-84", "WGS-84");
 }
 
@@ -25,10 +24,9 @@ void DatumShift::find_datum(Which which, std::string_view name) {
     if (const DatumEntry* const row = table_.find(name)) {
       datum = *row;
     } else {
-      front_end_.message_box(
-          "find_datum",
-          base::format_text("Error: %s datum '%s' not found.  Defaulting to WGS-84",
-                            which == Which::From ? "'from'" : "'to'", std::string(name).c_str()));
+      front_end_.message_box("find_datum",
+                             base::format_text("Error: %s datum '%s' not found.  Defaulting to WGS-84",
+                                               which == Which::From ? "'from'" : "'to'", std::string(name).c_str()));
     }
   }
   (which == Which::From ? from_ : to_) = {{kWgs84.a - datum.da, kWgs84.f - datum.df * 0.0001},
@@ -64,10 +62,10 @@ Position DatumShift::molodensky_shift(const Position& source) const {
   const double rn = a / root_w;                      // prime-vertical radius
   const double rm = a * (1.0 - e2_) / (w * root_w);  // meridian radius
   const double delta_lambda = (delta_y_ * cos_lambda - delta_x_ * sin_lambda) / (rn * cos_phi);
-  const double delta_phi = (delta_z_ * cos_phi - (delta_x_ * cos_lambda + delta_y_ * sin_lambda) * sin_phi +
-                            delta_a_ * e2_ * rn * sin_phi * cos_phi / a +
-                            delta_f_ * (rn * (1.0 - f) + rm / (1.0 - f)) * sin_phi * cos_phi) /
-                           rm;
+  const double delta_phi =
+      (delta_z_ * cos_phi - (delta_x_ * cos_lambda + delta_y_ * sin_lambda) * sin_phi +
+       delta_a_ * e2_ * rn * sin_phi * cos_phi / a + delta_f_ * (rn * (1.0 - f) + rm / (1.0 - f)) * sin_phi * cos_phi) /
+      rm;
   return {(phi + delta_phi) * kDegreesPerRadian, (lambda + delta_lambda) * kDegreesPerRadian};
 }
 
@@ -75,8 +73,7 @@ Position DatumShift::convert(const Position& position) const {
   return same_names_ ? position : molodensky_shift(position);
 }
 
-Position DatumShift::convert_position_datum(std::string_view from, std::string_view to,
-                                            const Position& position) {
+Position DatumShift::convert_position_datum(std::string_view from, std::string_view to, const Position& position) {
   set_datum_shift(from, to);
   return convert(position);
 }

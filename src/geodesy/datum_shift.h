@@ -16,14 +16,12 @@ class DatumShift {
   // Both must outlive the shift. Unprepared, it is the shift from WGS-84 to WGS-84.
   DatumShift(const DatumTable& table, base::FrontEnd& front_end);
 
-  // A name that is in neither table is reported in a message box on every preparation, and WGS-84 used in its
-  // place.
+  // A name that is in neither table is reported in a message box on every preparation, and WGS-84 used in its place.
   void set_datum_shift(std::string_view from, std::string_view to);
   // Degrees; the result is neither wrapped nor clamped, and undefined at the poles.
   [[nodiscard]] Position molodensky_shift(const Position& source) const;
   // Prepares and shifts; equal names (letter case counts) leave the position exactly as it is.
-  [[nodiscard]] Position convert_position_datum(std::string_view from, std::string_view to,
-                                                const Position& position);
+  [[nodiscard]] Position convert_position_datum(std::string_view from, std::string_view to, const Position& position);
   // As convert_position_datum with the names of the latest preparation, without preparing again.
   [[nodiscard]] Position convert(const Position& position) const;
 

@@ -37,9 +37,7 @@ TEST_F(Shift, EqualNamesLeaveEveryBitOfThePosition) {
   EXPECT_EQ(shift.convert(position), position);
 }
 
-TEST_F(Shift, WithoutAPreparationPositionsStay) {
-  EXPECT_EQ(shift.convert({12.3, 45.6}), (Position{12.3, 45.6}));
-}
+TEST_F(Shift, WithoutAPreparationPositionsStay) { EXPECT_EQ(shift.convert({12.3, 45.6}), (Position{12.3, 45.6})); }
 
 TEST_F(Shift, SmallLettersNameWgs84Too) {
   const Position moved = shift.convert_position_datum("wgs-84", "WGS-84", {12.3, 45.6});
@@ -52,11 +50,10 @@ TEST_F(Shift, AnUnknownNameIsReportedAtEveryPreparationAndMeansWgs84) {
   shift.set_datum_shift("Atlantis", "Mu");
   EXPECT_EQ(shift.molodensky_shift({0.0, 10.0}).latitude, 0.0);
   shift.set_datum_shift("WGS-84", "Mu");
-  EXPECT_THAT(
-      front_end.boxes,
-      ElementsAre(Pair("find_datum", "Error: 'from' datum 'Atlantis' not found.  Defaulting to WGS-84"),
-                  Pair("find_datum", "Error: 'to' datum 'Mu' not found.  Defaulting to WGS-84"),
-                  Pair("find_datum", "Error: 'to' datum 'Mu' not found.  Defaulting to WGS-84")));
+  EXPECT_THAT(front_end.boxes,
+              ElementsAre(Pair("find_datum", "Error: 'from' datum 'Atlantis' not found.  Defaulting to WGS-84"),
+                          Pair("find_datum", "Error: 'to' datum 'Mu' not found.  Defaulting to WGS-84"),
+                          Pair("find_datum", "Error: 'to' datum 'Mu' not found.  Defaulting to WGS-84")));
 }
 
 TEST_F(Shift, TwoUnknownNamesThatAreEqualStayPutButAreReportedTwice) {

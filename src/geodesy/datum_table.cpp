@@ -40,13 +40,12 @@ const DatumEntry* find_row(std::span<const DatumEntry> rows, std::string_view na
 }
 
 std::string datum_listing() {
-  std::string text =
-      base::format_text("%-37s %10s,%13s,%5s,%5s,%5s\n", "Datum", "da", "df", "dx", "dy", "dz");
+  std::string text = base::format_text("%-37s %10s,%13s,%5s,%5s,%5s\n", "Datum", "da", "df", "dx", "dy", "dz");
   for (const DatumEntry& row : kBuiltInDatums) {
     std::string leader = std::string(row.name) + ", " + std::string(37, '-');
     leader.resize(37);
-    text += base::format_text("%-37s %10.3f,%13.9f,%5d,%5d,%5d\n", leader.c_str(), row.da, row.df, row.dx,
-                              row.dy, row.dz);
+    text +=
+        base::format_text("%-37s %10.3f,%13.9f,%5d,%5d,%5d\n", leader.c_str(), row.da, row.df, row.dx, row.dy, row.dz);
   }
   return text;
 }
@@ -78,8 +77,7 @@ bool DatumTable::add_user_line(std::string_view line) {
   const std::vector<std::string_view> fields = base::split(line, ',');
   if (base::equal_ignoring_case(fields[0], kEndOfTable)) return false;
   user_rows_.push_back({user_names_.emplace_back(fields[0]), base::leading_number(fields[1]),
-                        base::leading_number(fields[2]), metres(fields[3]), metres(fields[4]),
-                        metres(fields[5])});
+                        base::leading_number(fields[2]), metres(fields[3]), metres(fields[4]), metres(fields[5])});
   return true;
 }
 

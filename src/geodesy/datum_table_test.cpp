@@ -20,9 +20,7 @@ class UserDatums : public testing::Test {
   UserDatums() { fs::create_directories(folder / "second"); }
   ~UserDatums() override { fs::remove_all(folder); }
 
-  static void write(const fs::path& path, std::string_view text) {
-    std::ofstream(path, std::ios::binary) << text;
-  }
+  static void write(const fs::path& path, std::string_view text) { std::ofstream(path, std::ios::binary) << text; }
   int load(std::string_view text) {
     write(folder / "pelorixdatums.txt", text);
     const std::array directories{folder};
@@ -30,8 +28,7 @@ class UserDatums : public testing::Test {
   }
   [[nodiscard]] std::size_t user_rows() const { return table.names().size() - kBuiltInDatums.size(); }
 
-  const fs::path folder =
-      fs::path(testing::TempDir()) / testing::UnitTest::GetInstance()->current_test_info()->name();
+  const fs::path folder = fs::path(testing::TempDir()) / testing::UnitTest::GetInstance()->current_test_info()->name();
   DatumTable table;
   support::RecordingFrontEnd front_end;
 };
@@ -46,8 +43,7 @@ TEST_F(UserDatums, ARowReplacesTheBuiltInOneOfThatNameInAnyLetterCase) {
 }
 
 TEST_F(UserDatums, OnlyLinesWithFiveCommasThatAreNoCommentsCount) {
-  ASSERT_EQ(load("four,1,2,3,4\nsix,1,2,3,4,5,6\n;five,1,2,3,4,5\n  ; x,1,2,3,4,5\n\n   good ,1,2,3,4,5  "),
-            1);
+  ASSERT_EQ(load("four,1,2,3,4\nsix,1,2,3,4,5,6\n;five,1,2,3,4,5\n  ; x,1,2,3,4,5\n\n   good ,1,2,3,4,5  "), 1);
   EXPECT_EQ(user_rows(), 1u);
   EXPECT_EQ(table.names().front(), "good ");  // blanks before the comma belong to the name
   EXPECT_EQ(table.find("good "), table.find("GOOD "));
@@ -133,11 +129,10 @@ TEST_F(UserDatums, TheSavedListIsReadByPeople) {
   std::string text;
   std::string reason;
   ASSERT_TRUE(base::load_file(path, text, reason));
-  EXPECT_THAT(text,
-              testing::StartsWith(base::with_line_ends(
-                  "Datum                                         da,           df,   dx,   dy,   dz\n"
-                  "ARC-1950_mean, ----------------------   -112.145, -0.547507140, -143,  -90, -294\n"
-                  "ARC-1960_mean, ----------------------   -112.145, -0.547507140, -160,   -8, -300\n")));
+  EXPECT_THAT(text, testing::StartsWith(base::with_line_ends(
+                        "Datum                                         da,           df,   dx,   dy,   dz\n"
+                        "ARC-1950_mean, ----------------------   -112.145, -0.547507140, -143,  -90, -294\n"
+                        "ARC-1960_mean, ----------------------   -112.145, -0.547507140, -160,   -8, -300\n")));
   EXPECT_THAT(text, testing::HasSubstr("\nOrdnance_Survey_of_Great_Britain_36,     573.604,  0.119600230,"));
   EXPECT_THAT(text, testing::HasSubstr("\nProvisional_South_American_1956_mean,   -251.000, -0.141927020,"));
   EXPECT_EQ(std::ranges::count(text, '\n'), 164);
@@ -145,8 +140,7 @@ TEST_F(UserDatums, TheSavedListIsReadByPeople) {
 
 TEST_F(UserDatums, AListThatCannotBeSavedIsReported) {
   EXPECT_FALSE(save_internal_datum_list(folder / "no such folder" / "list", front_end));
-  EXPECT_THAT(front_end.boxes,
-              testing::ElementsAre(testing::Pair("Saving Datum list", "Error saving datum list")));
+  EXPECT_THAT(front_end.boxes, testing::ElementsAre(testing::Pair("Saving Datum list", "Error saving datum list")));
   EXPECT_THAT(front_end.lines[3], testing::HasSubstr("no such folder"));
   EXPECT_EQ(front_end.lines.count(1), 0u);
 }

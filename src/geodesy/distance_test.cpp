@@ -18,8 +18,7 @@ TEST(Distance, OneDegreeOfTheEquatorInEveryUnit) {
 
 TEST(Distance, AntipodesAreHalfTheGlobeApart) {
   // 6367.5 km x pi
-  EXPECT_NEAR(great_circle_distance({37.3, -12.9}, {-37.3, 167.1}, DistanceUnit::Kilometres), 20004.0912,
-              1e-3);
+  EXPECT_NEAR(great_circle_distance({37.3, -12.9}, {-37.3, 167.1}, DistanceUnit::Kilometres), 20004.0912, 1e-3);
   EXPECT_NEAR(great_circle_distance({90.0, 0.0}, {-90.0, 123.0}, DistanceUnit::Kilometres), 20004.0912, 1e-3);
 }
 
@@ -28,8 +27,7 @@ TEST(Distance, EqualPositionsAreExactlyNothingApart) {
 }
 
 TEST(Distance, TheWayAcrossTheDateLineIsTheShortOne) {
-  EXPECT_NEAR(great_circle_distance({0.0, 179.5}, {0.0, -179.5}, DistanceUnit::NauticalMiles), 60.0074731,
-              1e-6);
+  EXPECT_NEAR(great_circle_distance({0.0, 179.5}, {0.0, -179.5}, DistanceUnit::NauticalMiles), 60.0074731, 1e-6);
 }
 
 }  // namespace

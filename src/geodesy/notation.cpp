@@ -13,8 +13,7 @@ std::string format_angle(double angle, char letter, int degree_digits, Notation 
   const double degrees = std::floor(angle);
   const double minutes = (angle - degrees) * 60.0;
   switch (notation) {
-    // Deliberate : no carry. 59.996 seconds print as 60.00 beside the unchanged minutes, which readers
-    // accept.
+    // Deliberate : no carry. 59.996 seconds print as 60.00 beside the unchanged minutes, which readers accept.
     case Notation::Dms: {
       const double whole_minutes = std::floor(minutes);
       return base::format_text("%c%0*.0f %02.0f %05.2f", letter, degree_digits, degrees, whole_minutes,
@@ -44,8 +43,7 @@ PositionTexts format_position(const Position& position, Notation notation, const
   if (notation != Notation::Utm)
     return {format_latitude(position.latitude, notation), format_longitude(position.longitude, notation)};
   const UtmPosition utm = latlon_to_utm(position, ellipsoid);
-  return {base::format_text("%s %9.1f", utm.zone.c_str(), utm.easting),
-          base::format_text("%10.1f", utm.northing)};
+  return {base::format_text("%s %9.1f", utm.zone.c_str(), utm.easting), base::format_text("%10.1f", utm.northing)};
 }
 
 }  // namespace geodesy

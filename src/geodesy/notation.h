@@ -24,7 +24,6 @@ struct PositionTexts {
 [[nodiscard]] std::string format_longitude(double longitude, Notation notation);
 
 // `ellipsoid` is that of the datum the position is in; only UTM looks at it.
-[[nodiscard]] PositionTexts format_position(const Position& position, Notation notation,
-                                            const Ellipsoid& ellipsoid);
+[[nodiscard]] PositionTexts format_position(const Position& position, Notation notation, const Ellipsoid& ellipsoid);
 
 }  // namespace geodesy

@@ -176,16 +176,14 @@ std::string signed_degrees(const Angle& angle, bool latitude, double& degrees) {
   degrees = angle.parts[0] + (angle.parts[1] + angle.parts[2] / 60.0) / 60.0;
   const double limit = latitude ? kLatitudeLimit : kLongitudeLimit;
   if (degrees > limit + (latitude ? 0.0 : kLongitudeSlack))
-    return base::format_text("%s %.10g is beyond %.0f degrees", latitude ? "latitude" : "longitude", degrees,
-                             limit);
+    return base::format_text("%s %.10g is beyond %.0f degrees", latitude ? "latitude" : "longitude", degrees, limit);
   if (negative_letter || angle.sign == '-') degrees = -degrees;
   return {};
 }
 
 ParsedPosition evaluate(const std::array<Angle, 2>& angles) {
   const auto& [first, second] = angles;
-  if (first.letter != '\0' && second.letter != '\0' &&
-      is_latitude(first.letter) == is_latitude(second.letter))
+  if (first.letter != '\0' && second.letter != '\0' && is_latitude(first.letter) == is_latitude(second.letter))
     return refuse(is_latitude(first.letter) ? "there are two latitudes" : "there are two longitudes");
   // "12d30m15s 7d15mE": the s may as well be the hemisphere that the other angle has.
   if ((first.seconds_by_letter && first.letter == '\0' && second.letter != '\0') ||
@@ -200,8 +198,7 @@ ParsedPosition evaluate(const std::array<Angle, 2>& angles) {
 }
 
 ParsedPosition evaluate_polar(const UtmText& utm, const Ellipsoid& ellipsoid) {
-  constexpr double kLowestLatitude =
-      79.0;  // half a degree and more below where maps change to the polar grid
+  constexpr double kLowestLatitude = 79.0;  // half a degree and more below where maps change to the polar grid
   if (std::string_view("ABYZ").find(utm.letter) == std::string_view::npos)
     return refuse("zone 00 takes the letters A, B, Y and Z");
   const Position position = utm_to_latlon(0, utm.letter < 'N', utm.easting, utm.northing, ellipsoid);
@@ -223,12 +220,10 @@ ParsedPosition evaluate(const UtmText& utm, const Ellipsoid& ellipsoid) {
   const std::size_t band = kBands.find(utm.letter);
   if (band == std::string_view::npos) return refuse(base::format_text("'%c' is no zone letter", utm.letter));
   const bool southern = utm.letter < 'N';
-  if (utm.easting >= kWidestEasting)
-    return refuse(base::format_text("easting %.1f is out of range", utm.easting));
+  if (utm.easting >= kWidestEasting) return refuse(base::format_text("easting %.1f is out of range", utm.easting));
   if (std::abs(southern ? kSouthernNorthing - utm.northing : utm.northing) > kFarthestFromEquator)
     return refuse(base::format_text("northing %.1f is out of range", utm.northing));
-  const Position position =
-      utm_to_latlon(static_cast<int>(utm.zone), southern, utm.easting, utm.northing, ellipsoid);
+  const Position position = utm_to_latlon(static_cast<int>(utm.zone), southern, utm.easting, utm.northing, ellipsoid);
   // Whoever writes S for "southern hemisphere" names a northern band: that must not turn the position over.
   // The neighbouring band is let pass, as maps carry one letter across their edge.
   const double band_south = -80.0 + kBandHeight * static_cast<double>(band);

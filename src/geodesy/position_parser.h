@@ -22,8 +22,7 @@ struct ParsedPosition {
 // or a separator, whichever makes a position; when both do, or when it is not clear which number belongs to
 // which angle, the text is refused. Minutes and seconds are below 60, but 60 is taken in the last part, where
 // printing rounds up to it. Longitudes go to 180.01, since a datum shift may carry them a little beyond 180.
-// A UTM zone needs its band letter; a northing more than a band away from that band is refused, N taken as
-// "north" too.
+// A UTM zone needs its band letter; a northing more than a band away from that band is refused, N taken as "north" too.
 [[nodiscard]] ParsedPosition parse_position(std::string_view text, const Ellipsoid& ellipsoid);
 
 // One latitude or longitude in degrees: "N12 59 60.00", "W007.2500000", "-33.5", "12 30 S". Without a letter

@@ -41,8 +41,7 @@ void expect_refused(std::initializer_list<Refused> cases) {
 
 constexpr std::string_view kNoPosition = "this is neither latitude and longitude nor a UTM position";
 constexpr std::string_view kUnclear = "it is not clear where the first angle ends and the second begins";
-constexpr std::string_view kCommaUnclear =
-    "the comma is ambiguous: it may separate two numbers or be a decimal sign";
+constexpr std::string_view kCommaUnclear = "the comma is ambiguous: it may separate two numbers or be a decimal sign";
 
 TEST(ParsePosition, WhatIsPrintedReadsBackInEveryNotation) {
   struct Precision {
@@ -51,10 +50,9 @@ TEST(ParsePosition, WhatIsPrintedReadsBackInEveryNotation) {
   };
   for (const auto& [notation, precision] : {Precision{Notation::Dms, 1.5e-6}, Precision{Notation::Dmm, 9e-7},
                                             Precision{Notation::Ddd, 6e-8}, Precision{Notation::Utm, 5e-7}})
-    for (const double latitude : {-90.0, -89.99, -80.1, -80.0, -72.0, -33.3333333, -0.00001, 0.0, 0.5,
-                                  7.9999999, 12.9999999, 51.99999999, 80.0, 83.99, 84.0, 84.01, 90.0})
-      for (const double longitude :
-           {-180.0, -179.9999, -100.0, -6.0, -0.00001, 0.0, 5.99999999, 179.9999, 180.0}) {
+    for (const double latitude : {-90.0, -89.99, -80.1, -80.0, -72.0, -33.3333333, -0.00001, 0.0, 0.5, 7.9999999,
+                                  12.9999999, 51.99999999, 80.0, 83.99, 84.0, 84.01, 90.0})
+      for (const double longitude : {-180.0, -179.9999, -100.0, -6.0, -0.00001, 0.0, 5.99999999, 179.9999, 180.0}) {
         const PositionTexts texts = format_position({latitude, longitude}, notation, kWgs84);
         const std::string text = texts.first + " " + texts.second;
         const ParsedPosition parsed = parse_position(text, kWgs84);
@@ -130,8 +128,7 @@ TEST(ParsePosition, ACommaIsWhateverMakesAPosition) {
 }
 
 TEST(ParsePosition, SouthAndWestOfZeroDegreesKeepTheirSide) {
-  expect_accepted(
-      {{"0 30 S 0 15 W", {-0.5, -0.25}}, {"-0 30 0 -0 15 0", {-0.5, -0.25}}, {"S 0 W 0", {0.0, 0.0}}});
+  expect_accepted({{"0 30 S 0 15 W", {-0.5, -0.25}}, {"-0 30 0 -0 15 0", {-0.5, -0.25}}, {"S 0 W 0", {0.0, 0.0}}});
 }
 
 TEST(ParsePosition, SixtyIsTakenOnlyWherePrintingRoundsUpToIt) {
@@ -189,17 +186,16 @@ TEST(ParsePosition, UtmIsTakenAsPeopleWriteIt) {
 }
 
 TEST(ParsePosition, UtmOutsideItsGridIsRefused) {
-  expect_refused(
-      {{"32 378531.9 5706881.1", "Zone letter required!"},
-       {"62U 378531.9 5706881.1", "zone 62 is beyond 60"},
-       {"61U 500000 5706881.1", "longitude 183 is beyond 180 degrees"},
-       {"32I 378531.9 5706881.1", "'I' is no zone letter"},
-       {"00U 2000000 2000000", "zone 00 takes the letters A, B, Y and Z"},
-       {"00Z 2000000 9000000", "easting and northing lie outside the polar cap"},
-       {"32U 1000000 5706881.1", "easting 1000000.0 is out of range"},
-       {"32U 378531.9 9400001", "northing 9400001.0 is out of range"},
-       {"33S 220241.5 6677672.7", "northing 6677672.7 is far from latitude band S"},  // S as "south"
-       {"32U 378531.9", kNoPosition}});
+  expect_refused({{"32 378531.9 5706881.1", "Zone letter required!"},
+                  {"62U 378531.9 5706881.1", "zone 62 is beyond 60"},
+                  {"61U 500000 5706881.1", "longitude 183 is beyond 180 degrees"},
+                  {"32I 378531.9 5706881.1", "'I' is no zone letter"},
+                  {"00U 2000000 2000000", "zone 00 takes the letters A, B, Y and Z"},
+                  {"00Z 2000000 9000000", "easting and northing lie outside the polar cap"},
+                  {"32U 1000000 5706881.1", "easting 1000000.0 is out of range"},
+                  {"32U 378531.9 9400001", "northing 9400001.0 is out of range"},
+                  {"33S 220241.5 6677672.7", "northing 6677672.7 is far from latitude band S"},  // S as "south"
+                  {"32U 378531.9", kNoPosition}});
 }
 
 TEST(ParsePosition, GarbageOfAnyLengthIsRefused) {

@@ -62,8 +62,7 @@ constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool is_letter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 bool comma_is_inner(std::string_view text, std::size_t at) {
-  return text[at] == ',' && at > 0 && is_digit(text[at - 1]) && at + 1 < text.size() &&
-         is_digit(text[at + 1]);
+  return text[at] == ',' && at > 0 && is_digit(text[at - 1]) && at + 1 < text.size() && is_digit(text[at + 1]);
 }
 
 class Tokenizer {

@@ -34,9 +34,8 @@ struct GridPoint {
                                      const Ellipsoid& ellipsoid);
 
 // Without false easting and northing. Degrees; good to about 4 degrees from the central meridian.
-[[nodiscard]] GridPoint transverse_mercator(const Position& position, double origin_latitude,
-                                            double central_meridian, double scale_factor,
-                                            const Ellipsoid& ellipsoid);
+[[nodiscard]] GridPoint transverse_mercator(const Position& position, double origin_latitude, double central_meridian,
+                                            double scale_factor, const Ellipsoid& ellipsoid);
 [[nodiscard]] Position inverse_transverse_mercator(const GridPoint& point, double origin_latitude,
                                                    double central_meridian, double scale_factor,
                                                    const Ellipsoid& ellipsoid);
@@ -44,7 +43,6 @@ struct GridPoint {
 // About the pole of the position's hemisphere, with the 2 000 000 m of UPS added to both.
 [[nodiscard]] GridPoint polar_stereographic(const Position& position, const Ellipsoid& ellipsoid);
 // The pole itself has longitude 0 (or 180).
-[[nodiscard]] Position inverse_polar_stereographic(const GridPoint& point, bool southern,
-                                                   const Ellipsoid& ellipsoid);
+[[nodiscard]] Position inverse_polar_stereographic(const GridPoint& point, bool southern, const Ellipsoid& ellipsoid);
 
 }  // namespace geodesy

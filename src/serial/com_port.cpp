@@ -20,8 +20,7 @@ constexpr int kNoByte = 1000;  // AsyncIn's answer when no byte came, plus the b
 // NMEA receivers send at least every 2 s.
 constexpr std::chrono::milliseconds kNmeaListening{2500};
 
-// Deliberate : 19200 stands before 57600; the order decides which speed a receiver that hears several is
-// found at.
+// Deliberate : 19200 stands before 57600; the order decides which speed a receiver that hears several is found at.
 constexpr std::array kSpeedCycle{115200, 19200, 57600, 9600, 4800, 2400, 1200};
 
 int next_speed(int speed_bps) {
@@ -111,7 +110,7 @@ bool ComPort::probe_fails(Receiver& receiver) {
 
 void ComPort::give_up_garmin() {
   flags_.UserAbort = true;
-  if (anything_heard_ && !nmea_.found()) listen_for_nmea();
+  if (anything_heard_ && !lost_ && !nmea_.found()) listen_for_nmea();
   AsyncStop();
   front_end_.message_box("COM Timeout", "Serial Port Timeout");
   if (!lost_) front_end_.write_line(3, silence_advice());
@@ -190,9 +189,8 @@ bool ComPort::AsyncInStat() {
     // Another receiver may be plugged in next.
     flags_.GpsIdentified = flags_.LowranceIdentified = false;
     AsyncError("AsyncIn", device_->vanish_error());
-    front_end_.write_line(
-        3, format_text("The port %s has vanished (adapter unplugged?). Plug it in and try again.",
-                       device_name_.c_str()));
+    front_end_.write_line(3, format_text("The port %s has vanished (adapter unplugged?). Plug it in and try again.",
+                                         device_name_.c_str()));
   }
   return waiting;
 }
@@ -254,8 +252,7 @@ std::string ComPort::silence_advice() const {
   const char* const port = port_name_.c_str();
   if (nmea_.found()) return format_text("The receiver on %s talks NMEA: set its interface to GARMIN.", port);
   if (anything_heard_)
-    return format_text("Bytes came on %s, but no complete answer. Is the receiver's interface set to GARMIN?",
-                       port);
+    return format_text("Bytes came on %s, but no complete answer. Is the receiver's interface set to GARMIN?", port);
   return format_text("No answer on %s. Is the receiver on, connected and set to GARMIN interface?", port);
 }
 

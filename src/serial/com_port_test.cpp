@@ -20,8 +20,7 @@ Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }
 // Listens for three seconds; found when the wanted byte came.
 class FakeReceiver : public Receiver {
  public:
-  FakeReceiver(ComPort& port, base::Clock& clock, DeviceFlags& flags)
-      : port_(port), clock_(clock), flags_(flags) {}
+  FakeReceiver(ComPort& port, base::Clock& clock, DeviceFlags& flags) : port_(port), clock_(clock), flags_(flags) {}
   int family() const override { return 0; }
   void probe() override {
     ++probes;
@@ -106,10 +105,9 @@ TEST_F(ComPortTest, AMissingPortIsReportedWithThePortsThatExist) {
   device.problem = OpenProblem::NoSuchPort;
   port.OpenGpsPort(kGarminFamily, &receiver);
   EXPECT_FALSE(flags.PortOpen);
-  EXPECT_THAT(
-      front_end.line_writes,
-      ElementsAre(std::pair(1, "Comm error in AsyncInit 1: 2"), std::pair(2, "AsyncInit Error"),
-                  std::pair(3, "There is no port COM7. Ports of this machine: /dev/ttyS0, /dev/ttyUSB0.")));
+  EXPECT_THAT(front_end.line_writes,
+              ElementsAre(std::pair(1, "Comm error in AsyncInit 1: 2"), std::pair(2, "AsyncInit Error"),
+                          std::pair(3, "There is no port COM7. Ports of this machine: /dev/ttyS0, /dev/ttyUSB0.")));
 }
 
 TEST_F(ComPortTest, APortThatNoDeviceStandsBehindIsAMissingPort) {
@@ -119,8 +117,7 @@ TEST_F(ComPortTest, APortThatNoDeviceStandsBehindIsAMissingPort) {
   port.OpenGpsPort(kGarminFamily, &receiver);
   EXPECT_FALSE(flags.PortOpen);
   EXPECT_EQ(front_end.lines[1], "Comm error in AsyncInit 1: 2");
-  EXPECT_EQ(front_end.lines[3],
-            "There is no port sim:nothing. This machine has no serial port: plug in an adapter.");
+  EXPECT_EQ(front_end.lines[3], "There is no port sim:nothing. This machine has no serial port: plug in an adapter.");
   EXPECT_FALSE(port.AsyncInStat());
   EXPECT_FALSE(port.AsyncOut(Bytes{1}));
   EXPECT_GE(port.AsyncIn(), 1000);
@@ -134,12 +131,10 @@ TEST_F(ComPortTest, EachReasonOfAFailedOpenComesWithWhatToDo) {
     port.OpenGpsPort(kGarminFamily, &receiver);
     return front_end.lines[3];
   };
-  EXPECT_EQ(
-      advice(OpenProblem::NoPermission),
-      "No permission for COM1, which belongs to the group dialout. Run: sudo usermod -aG dialout $USER, then "
-      "log in again.");
-  EXPECT_EQ(advice(OpenProblem::InUse),
-            "COM1 is in use by another program. Close that program and try again.");
+  EXPECT_EQ(advice(OpenProblem::NoPermission),
+            "No permission for COM1, which belongs to the group dialout. Run: sudo usermod -aG dialout $USER, then "
+            "log in again.");
+  EXPECT_EQ(advice(OpenProblem::InUse), "COM1 is in use by another program. Close that program and try again.");
   EXPECT_EQ(advice(OpenProblem::NotSerial),
             "COM1 is not a serial device. Ports of this machine: /dev/ttyS0, /dev/ttyUSB0.");
   device.group = "";
@@ -164,8 +159,7 @@ TEST_F(ComPortTest, ASilentGarminReceiverGetsNoSecondTry) {
   EXPECT_EQ(device.restores, 1);
   EXPECT_EQ(speeds(), std::vector{9600});
   EXPECT_THAT(front_end.boxes, ElementsAre(std::pair("COM Timeout", "Serial Port Timeout")));
-  EXPECT_EQ(front_end.lines[3],
-            "No answer on COM1. Is the receiver on, connected and set to GARMIN interface?");
+  EXPECT_EQ(front_end.lines[3], "No answer on COM1. Is the receiver on, connected and set to GARMIN interface?");
 }
 
 TEST_F(ComPortTest, AReceiverThatTalksNmeaAtTheGarminSpeedIsRecognisedAtOnce) {
@@ -287,11 +281,9 @@ TEST_F(ComPortTest, AnUnpluggedAdapterIsReportedOnceAfterItsLastBytes) {
   EXPECT_FALSE(flags.GpsIdentified);
   EXPECT_FALSE(port.AsyncOut(Bytes{1}));
   port.AsyncStop();
-  EXPECT_THAT(
-      front_end.line_writes,
-      ElementsAre(
-          std::pair(1, "Comm error in AsyncIn: 5"),
-          std::pair(3, "The port COM1 has vanished (adapter unplugged?). Plug it in and try again.")));
+  EXPECT_THAT(front_end.line_writes,
+              ElementsAre(std::pair(1, "Comm error in AsyncIn: 5"),
+                          std::pair(3, "The port COM1 has vanished (adapter unplugged?). Plug it in and try again.")));
   EXPECT_FALSE(device.is_open || flags.PortOpen);
 }
 

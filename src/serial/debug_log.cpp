@@ -16,8 +16,7 @@ bool DebugLog::open(const std::filesystem::path& path, ByteFormat format, std::s
   format_ = format;
   file_.open(path, std::ios::binary | std::ios::trunc);
   if (!file_) {
-    front_end_.message_box("Opening Debug File",
-                           base::format_text("Error opening file:'%s'", path.string().c_str()));
+    front_end_.message_box("Opening Debug File", base::format_text("Error opening file:'%s'", path.string().c_str()));
     return false;
   }
   text("Program version: " + std::string(version) + "\n");
@@ -57,8 +56,7 @@ std::string DebugLog::byte_lines(std::span<const std::uint8_t> bytes) const {
   std::string lines;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
     const std::uint8_t byte = bytes[i];
-    lines +=
-        format_ == ByteFormat::Decimal ? base::format_text("%3d", byte) : base::format_text(" %02x", byte);
+    lines += format_ == ByteFormat::Decimal ? base::format_text("%3d", byte) : base::format_text(" %02x", byte);
     if (byte >= 32 && byte <= 126) {
       lines += {static_cast<char>(byte), ' '};
     } else {

@@ -20,8 +20,7 @@ class DebugLog {
  public:
   explicit DebugLog(base::FrontEnd& front_end) : front_end_(front_end) {}
 
-  // Starts a new file, emptying an old one; `version` is the program's. False, with a message box, on
-  // failure.
+  // Starts a new file, emptying an old one; `version` is the program's. False, with a message box, on failure.
   bool open(const std::filesystem::path& path, ByteFormat format, std::string_view version);
   void close() { file_.close(); }
   [[nodiscard]] bool is_open() const { return file_.is_open(); }

@@ -29,9 +29,8 @@ class DebugLogFile : public ::testing::Test {
     return all.substr(all.find('\n') + 1);
   }
 
-  std::filesystem::path path_ =
-      std::filesystem::path(::testing::TempDir()) /
-      (std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".log");
+  std::filesystem::path path_ = std::filesystem::path(::testing::TempDir()) /
+                                (std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".log");
   support::RecordingFrontEnd front_end_;
   DebugLog log_{front_end_};
 };
@@ -56,8 +55,7 @@ TEST_F(DebugLogFile, AnAcknowledgementStandsWithoutAnEmptyLineAbove) {
 
 TEST_F(DebugLogFile, ASentPacketOf16BytesIsFollowedByAnEmptyLineAReceivedOneIsNot) {
   const Bytes sixteen(16, 0x30);
-  const std::string line =
-      " 300  300  300  300  300  300  300  300  300  300  300  300  300  300  300  300 \n";
+  const std::string line = " 300  300  300  300  300  300  300  300  300  300  300  300  300  300  300  300 \n";
   ASSERT_TRUE(log_.open(path_, ByteFormat::Hex, "1"));
   log_.sent("x", sixteen);
   EXPECT_EQ(entries(), "\nSending: x\n" + line + "\n");

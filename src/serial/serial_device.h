@@ -46,8 +46,7 @@ class SerialDevice {
   virtual int open(const std::string& name) = 0;
   // What the last open failed on.
   [[nodiscard]] virtual OpenProblem open_problem() const = 0;
-  // The group whose members may use a port that could not be opened for want of permission; empty when
-  // unknown.
+  // The group whose members may use a port that could not be opened for want of permission; empty when unknown.
   [[nodiscard]] virtual std::string permitted_group() const { return {}; }
   // Reads the line settings as they are and remembers them for restore_settings.
   virtual int read_settings() = 0;

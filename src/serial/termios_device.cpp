@@ -32,12 +32,10 @@ struct Speed {
   int bps;
   speed_t code;
 };
-constexpr std::array kSpeeds{Speed{1200, B1200},   Speed{2400, B2400},    Speed{4800, B4800},
-                             Speed{9600, B9600},   Speed{19200, B19200},  Speed{38400, B38400},
-                             Speed{57600, B57600}, Speed{115200, B115200}};
+constexpr std::array kSpeeds{Speed{1200, B1200},   Speed{2400, B2400},   Speed{4800, B4800},   Speed{9600, B9600},
+                             Speed{19200, B19200}, Speed{38400, B38400}, Speed{57600, B57600}, Speed{115200, B115200}};
 constexpr std::array<tcflag_t, 4> kDataBits{CS5, CS6, CS7, CS8};
-constexpr std::array<tcflag_t, 5> kParities{0, PARENB | PARODD, PARENB, PARENB | PARODD | CMSPAR,
-                                            PARENB | CMSPAR};
+constexpr std::array<tcflag_t, 5> kParities{0, PARENB | PARODD, PARENB, PARENB | PARODD | CMSPAR, PARENB | CMSPAR};
 
 struct Reason {
   int error;
@@ -81,8 +79,8 @@ std::string group_with_access(const char* path) {
 }  // namespace
 
 OpenProblem open_problem_of(int error) {
-  const auto* const reason = std::find_if(kReasons.begin(), kReasons.end(),
-                                          [error](const Reason& row) { return row.error == error; });
+  const auto* const reason =
+      std::find_if(kReasons.begin(), kReasons.end(), [error](const Reason& row) { return row.error == error; });
   return reason == kReasons.end() ? OpenProblem::Other : reason->problem;
 }
 
@@ -151,8 +149,8 @@ int TermiosDevice::read_settings() {
 
 int TermiosDevice::apply_settings(const LineSettings& settings) {
   if (fd_ < 0) return kNotOpen;
-  const auto* const speed = std::find_if(kSpeeds.begin(), kSpeeds.end(),
-                                         [&](const Speed& row) { return row.bps == settings.speed_bps; });
+  const auto* const speed =
+      std::find_if(kSpeeds.begin(), kSpeeds.end(), [&](const Speed& row) { return row.bps == settings.speed_bps; });
   const bool one_and_a_half = settings.stop_bits == 1;  // which a line has with five data bits only
   if (speed == kSpeeds.end() || settings.data_bits < 5 || settings.data_bits > 8 || settings.stop_bits > 2 ||
       settings.parity >= kParities.size() || (one_and_a_half && settings.data_bits != 5))

@@ -1,5 +1,6 @@
 // A serial port of Windows, by the calls that every version of it has: no overlapped mode and no driver
 // time-outs; a read asks only for bytes that are there.
+#include <timeapi.h>
 #include <windows.h>
 
 #include <algorithm>
@@ -13,6 +14,10 @@
 
 namespace serial {
 namespace {
+
+// Windows sleeps in steps of 16 ms unless it is asked for finer ones; at each packet that would cost as much as a byte
+// in sixteen.
+constexpr UINT kTimerMilliseconds = 1;
 
 struct Reason {
   DWORD error;
@@ -31,9 +36,9 @@ constexpr std::array kReasons{
 };
 
 // What drivers answer, each in its own way, once the adapter is gone.
-constexpr std::array<DWORD, 8> kVanishErrors{
-    ERROR_ACCESS_DENIED,  ERROR_BAD_COMMAND,          ERROR_OPERATION_ABORTED, ERROR_GEN_FAILURE,
-    ERROR_DEVICE_REMOVED, ERROR_DEVICE_NOT_CONNECTED, ERROR_FILE_NOT_FOUND,    ERROR_FILE_INVALID};
+constexpr std::array<DWORD, 8> kVanishErrors{ERROR_ACCESS_DENIED,  ERROR_BAD_COMMAND,    ERROR_OPERATION_ABORTED,
+                                             ERROR_GEN_FAILURE,    ERROR_DEVICE_REMOVED, ERROR_DEVICE_NOT_CONNECTED,
+                                             ERROR_FILE_NOT_FOUND, ERROR_FILE_INVALID};
 
 struct LineErrorBit {
   DWORD bit;
@@ -63,10 +68,11 @@ class Win32Device : public SerialDevice {
 
   int open(const std::string& name) override {
     close();
-    handle_ = CreateFileA(device_path(name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                          0, nullptr);
+    handle_ =
+        CreateFileA(device_path(name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     const DWORD error = is_open() ? DWORD{ERROR_SUCCESS} : GetLastError();
     note_open_result(error);
+    if (is_open()) timeBeginPeriod(kTimerMilliseconds);
     found_.reset();
     vanish_error_ = 0;
     next_ = end_ = 0;
@@ -112,6 +118,7 @@ class Win32Device : public SerialDevice {
 
   int close() override {
     if (!is_open()) return kNotOpen;
+    timeEndPeriod(kTimerMilliseconds);
     const int error = CloseHandle(handle_) != 0 ? 0 : static_cast<int>(GetLastError());
     handle_ = INVALID_HANDLE_VALUE;
     return error;
@@ -156,8 +163,8 @@ class Win32Device : public SerialDevice {
   [[nodiscard]] bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
 
   void note_open_result(DWORD error) {
-    const auto* const reason = std::find_if(kReasons.begin(), kReasons.end(),
-                                            [error](const Reason& row) { return row.error == error; });
+    const auto* const reason =
+        std::find_if(kReasons.begin(), kReasons.end(), [error](const Reason& row) { return row.error == error; });
     problem_ = reason == kReasons.end() ? OpenProblem::Other : reason->problem;
   }
 

@@ -11,8 +11,7 @@ namespace serial {
 std::vector<PortInfo> list_serial_ports() {
   std::vector<PortInfo> ports;
   HKEY key = nullptr;
-  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(HARDWARE\DEVICEMAP\SERIALCOMM)", 0, KEY_READ, &key) !=
-      ERROR_SUCCESS)
+  if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, R"(HARDWARE\DEVICEMAP\SERIALCOMM)", 0, KEY_READ, &key) != ERROR_SUCCESS)
     return ports;
   for (DWORD index = 0;; ++index) {
     std::array<char, 256> device{};
@@ -29,8 +28,7 @@ std::vector<PortInfo> list_serial_ports() {
   RegCloseKey(key);
   // COM2 stands before COM10.
   std::sort(ports.begin(), ports.end(), [](const PortInfo& left, const PortInfo& right) {
-    return left.name.size() != right.name.size() ? left.name.size() < right.name.size()
-                                                 : left.name < right.name;
+    return left.name.size() != right.name.size() ? left.name.size() < right.name.size() : left.name < right.name;
   });
   return ports;
 }

@@ -23,7 +23,6 @@ struct SimulatedGarmin {
 // A simulated receiver for its name, a port of this machine for any other. Nothing for a simulated receiver
 // that does not exist.
 [[nodiscard]] std::unique_ptr<serial::SerialDevice> make_device(const std::string& port_name,
-                                                                const SimulatedGarmin& garmin,
-                                                                base::Clock& clock);
+                                                                const SimulatedGarmin& garmin, base::Clock& clock);
 
 }  // namespace session

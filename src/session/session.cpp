@@ -21,9 +21,10 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
       shift(datums, front_end),
       files(file_formats(), textfile::FileContext{items, shift, datums, settings, front_end, {}}),
       debug_log(front_end),
-      port(devices ? std::move(devices)
-                   : [this](const std::string& name) { return make_device(name, simulated_garmin, clock); },
-           clock, front_end, flags),
+      port(
+          devices ? std::move(devices)
+                  : [this](const std::string& name) { return make_device(name, simulated_garmin, clock); },
+          clock, front_end, flags),
       garmin_link(port, clock, front_end, flags, debug_log),
       garmin_selection(garmin_link, port, front_end, flags),
       garmin_transfers(garmin_link, port, garmin_selection, items, settings, front_end, flags),
@@ -33,8 +34,7 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
 }
 
 void Session::apply_settings() {
-  port.set_port_name(settings.PortName.empty() ? base::format_text("COM%d", settings.COM + 1)
-                                               : settings.PortName);
+  port.set_port_name(settings.PortName.empty() ? base::format_text("COM%d", settings.COM + 1) : settings.PortName);
   port.set_family(static_cast<int>(settings.GPS));
   port.set_speed(settings.port_speed);
   front_end.refresh_title();
@@ -87,7 +87,8 @@ bool Session::get_gps_id() {
 }
 
 bool Session::get_supported_protocols() {
-  const bool answered = open_garmin();
+  // An array that no transfer can follow is worth seeing all the more.
+  const bool answered = open_garmin() || garmin_selection.has_array();
   if (answered) garmin_selection.report();
   return answered;
 }

@@ -35,8 +35,8 @@ struct Surroundings {
 
 class Session {
  public:
-  // Clock and front end must outlive the session. `devices` makes the device behind a port name; where it is not
-  // given, make_device does.
+  // Clock and front end must outlive the session. `devices` makes the device behind a port name; where it is
+  // not given, make_device does.
   Session(base::Clock& clock, base::FrontEnd& front_end, Surroundings surroundings,
           serial::ComPort::DeviceFactory devices = {});
   Session(const Session&) = delete;

@@ -6,16 +6,13 @@
 namespace session {
 namespace {
 
-std::optional<float> known(float metres) {
-  return store::is_known(metres) ? std::optional(metres) : std::nullopt;
-}
+std::optional<float> known(float metres) { return store::is_known(metres) ? std::optional(metres) : std::nullopt; }
 
 // The aviation formats number their classes each in its own way; a class of no map counts as user.
 std::uint8_t class_as_in_d108(const store::ItemRecord& item) {
   constexpr std::uint8_t kUser = 0, kAirport = 0x40, kIntersection = 0x41, kNdb = 0x42, kVor = 0x43;
   constexpr std::array<std::uint8_t, 4> kClasses151{kAirport, kVor, kUser, kUser};
-  constexpr std::array<std::uint8_t, 8> kClasses15x{kAirport, kIntersection, kNdb, kVor,
-                                                    kUser,    0x44,          0x45, 0x46};
+  constexpr std::array<std::uint8_t, 8> kClasses15x{kAirport, kIntersection, kNdb, kVor, kUser, 0x44, 0x45, 0x46};
   const std::uint8_t number = item.waypoint_class;
   if (item.record_type == 151) return number < kClasses151.size() ? kClasses151[number] : kUser;
   if (item.record_type >= 152 && item.record_type <= 155)
@@ -44,8 +41,7 @@ simulators::SimWaypoint sim_waypoint(const store::ItemRecord& item) {
   waypoint.display_mode = item.display_mode;
   waypoint.waypoint_class = class_as_in_d108(item);
   // A user waypoint read from a plain file has no subclass of its own.
-  if (item.waypoint_class != 0 && item.waypoint_class != store::kClassNotSet)
-    waypoint.subclass = item.subclass;
+  if (item.waypoint_class != 0 && item.waypoint_class != store::kClassNotSet) waypoint.subclass = item.subclass;
   waypoint.time = item.time.seconds;
   return waypoint;
 }
@@ -59,8 +55,7 @@ simulators::SimRoute sim_route(int number, const store::Route& route) {
     result.points.push_back(sim_waypoint(point));
     std::optional<simulators::SimRouteLink> link;
     if (point.has_route_link != 0)
-      link = simulators::SimRouteLink{point.link_class, point.link_subclass,
-                                      std::string(point.route_link_ident)};
+      link = simulators::SimRouteLink{point.link_class, point.link_subclass, std::string(point.route_link_ident)};
     result.links.push_back(link);
   }
   return result;

@@ -88,8 +88,7 @@ struct Step {
 
 // The uniform Catmull-Rom curve from b (t = 0) to c (t = 1).
 double curve(double a, double b, double c, double d, double t) {
-  return 0.5 *
-         (2 * b + (c - a) * t + (2 * a - 5 * b + 4 * c - d) * t * t + (3 * b - a - 3 * c + d) * t * t * t);
+  return 0.5 * (2 * b + (c - a) * t + (2 * a - 5 * b + 4 * c - d) * t * t + (3 * b - a - 3 * c + d) * t * t * t);
 }
 
 // Metres between neighbours; a plane is enough for so short a way.
@@ -136,10 +135,8 @@ Step step_at(std::span<const Step> way, std::span<const double> travelled, doubl
           std::lerp(from.altitude, to.altitude, part)};
 }
 
-// Points at equal distances along the way, timed at `speed` metres a second on the level and slower on
-// slopes.
-SimTrack track_along(std::string_view name, std::uint8_t colour, Idents idents, std::uint32_t start,
-                     double speed) {
+// Points at equal distances along the way, timed at `speed` metres a second on the level and slower on slopes.
+SimTrack track_along(std::string_view name, std::uint8_t colour, Idents idents, std::uint32_t start, double speed) {
   constexpr std::size_t kPoints = 500;
   const std::vector<Step> way = smooth_way(idents);
   std::vector<double> travelled{0};
@@ -156,13 +153,12 @@ SimTrack track_along(std::string_view name, std::uint8_t colour, Idents idents, 
     if (i > 0) seconds += stride / speed * (1 + 2 * slope);
     altitude_before = at.altitude;
     const double receiver_error = 1.5 * std::sin(static_cast<double>(i) / 17.0);
-    track.points.push_back(
-        {.latitude = at.latitude,
-         .longitude = at.longitude,
-         .time = start + static_cast<std::uint32_t>(std::lround(seconds)),
-         .altitude = static_cast<float>(std::round((at.altitude + receiver_error) * 2) / 2),
-         .depth = std::nullopt,
-         .starts_segment = i == 0});
+    track.points.push_back({.latitude = at.latitude,
+                            .longitude = at.longitude,
+                            .time = start + static_cast<std::uint32_t>(std::lround(seconds)),
+                            .altitude = static_cast<float>(std::round((at.altitude + receiver_error) * 2) / 2),
+                            .depth = std::nullopt,
+                            .starts_segment = i == 0});
   }
   return track;
 }

@@ -14,8 +14,7 @@ namespace simulators {
 // Packet ids of a link; 0 where it has no such packet.
 struct LinkIds {
   std::uint8_t date_time, position, pvt;
-  std::uint8_t records, waypoint, route_header, route_waypoint, route_link, track_header, track_point,
-      proximity;
+  std::uint8_t records, waypoint, route_header, route_waypoint, route_link, track_header, track_point, proximity;
 };
 [[nodiscard]] const LinkIds& link_ids(int link);
 

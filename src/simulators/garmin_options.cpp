@@ -30,8 +30,7 @@ bool sends_no_array(const GarminOptions& options) {
 std::optional<Fault> parse_fault(std::string_view text) {
   const std::size_t at = text.find('@');
   if (at == std::string_view::npos) return std::nullopt;
-  const auto name =
-      std::ranges::find(kFaultNames, text.substr(0, at), [](const auto& row) { return row.first; });
+  const auto name = std::ranges::find(kFaultNames, text.substr(0, at), [](const auto& row) { return row.first; });
   const auto packet = base::parse_integer(text.substr(at + 1));
   if (name == kFaultNames.end() || !packet || *packet < 1 || *packet > 1'000'000'000) return std::nullopt;
   return Fault{name->second, static_cast<int>(*packet)};
@@ -55,11 +54,9 @@ CapabilityArray chosen_capabilities(const GarminOptions& options) {
   if (options.protocols && !sends_no_array(options)) {
     if (const auto array = parse_protocols(*options.protocols, problem)) return *array;
   }
-  if (const auto row = capabilities_from_table(options.product_id, options.software_version))
-    return {{}, *row};
-  CapabilityArray array =
-      parse_protocols(usual_protocols(options.product_id, options.software_version), problem)
-          .value_or(CapabilityArray{});
+  if (const auto row = capabilities_from_table(options.product_id, options.software_version)) return {{}, *row};
+  CapabilityArray array = parse_protocols(usual_protocols(options.product_id, options.software_version), problem)
+                              .value_or(CapabilityArray{});
   if (sends_no_array(options)) array.data.clear();
   return array;
 }

@@ -114,26 +114,20 @@ template <int Format>
 bool is(int format) {
   return format == Format;
 }
-bool is_almanac_format(int format) {
-  return format == 500 || format == 501 || format == 550 || format == 551;
-}
+bool is_almanac_format(int format) { return format == 500 || format == 501 || format == 550 || format == 551; }
 bool is_named_track_header(int format) { return format == 310 || format == 312; }
 
 using C = GarminCapabilities;
 constexpr std::array kTransfers = std::to_array<TransferEntry>({
     {100, &C::waypoint_transfer, {{{&C::waypoint_data, is_waypoint_format}}}},
-    {200,
-     &C::route_transfer,
-     {{{&C::route_header, is_route_header_format}, {&C::route_waypoint, is_waypoint_format}}}},
+    {200, &C::route_transfer, {{{&C::route_header, is_route_header_format}, {&C::route_waypoint, is_waypoint_format}}}},
     {201,
      &C::route_transfer,
      {{{&C::route_header, is_route_header_format},
        {&C::route_waypoint, is_waypoint_format},
        {&C::route_link, is<210>}}}},
     {300, &C::track_transfer, {{{&C::track_data, is_track_point_format}}}},
-    {301,
-     &C::track_transfer,
-     {{{&C::track_header, is_named_track_header}, {&C::track_data, is_track_point_format}}}},
+    {301, &C::track_transfer, {{{&C::track_header, is_named_track_header}, {&C::track_data, is_track_point_format}}}},
     {302, &C::track_transfer, {{{&C::track_header, is<311>}, {&C::track_data, is_track_point_format}}}},
     {400, &C::proximity_transfer, {{{&C::proximity_data, is_proximity_format}}}},
     {500, &C::almanac_transfer, {{{&C::almanac_data, is_almanac_format}}}},
@@ -150,15 +144,13 @@ struct ArrayEntry {
 std::optional<ArrayEntry> parse_entry(std::string_view word) {
   if (word.size() < 2 || word.size() > 6) return std::nullopt;
   if (std::string_view("ADLPT").find(word[0]) == std::string_view::npos) return std::nullopt;
-  if (!std::all_of(word.begin() + 1, word.end(), [](char c) { return c >= '0' && c <= '9'; }))
-    return std::nullopt;
+  if (!std::all_of(word.begin() + 1, word.end(), [](char c) { return c >= '0' && c <= '9'; })) return std::nullopt;
   const auto number = base::parse_integer(word.substr(1));
   if (!number || *number > 0xFFFF) return std::nullopt;
   return ArrayEntry{word[0], static_cast<int>(*number)};
 }
 
-// Takes over what the entry at the front of `entries` says; the reason in words where the receiver cannot do
-// that.
+// Takes over what the entry at the front of `entries` says; the reason in words where the receiver cannot do that.
 std::string apply_entry(std::span<const ArrayEntry> entries, GarminCapabilities& capabilities) {
   const auto [tag, number] = entries.front();
   if (tag == 'L') {
@@ -167,8 +159,7 @@ std::string apply_entry(std::span<const ArrayEntry> entries, GarminCapabilities&
   }
   if (tag != 'A') return {};
   if (number >= 10 && number <= 99) {
-    if (number != 10 && number != 11)
-      return base::format_text("A%03d: the commands are A010 or A011", number);
+    if (number != 10 && number != 11) return base::format_text("A%03d: the commands are A010 or A011", number);
     capabilities.command = number;
   }
   const auto transfer = std::ranges::find(kTransfers, number, &TransferEntry::protocol);
@@ -180,8 +171,8 @@ std::string apply_entry(std::span<const ArrayEntry> entries, GarminCapabilities&
     }
     const int format = entries[i + 1].number;
     if (!transfer->formats[i].can_send(format)) {
-      return base::format_text(
-          "D%03d is no format that the simulated receiver can send at this place of A%03d", format, number);
+      return base::format_text("D%03d is no format that the simulated receiver can send at this place of A%03d", format,
+                               number);
     }
     capabilities.*transfer->formats[i].field = format;
   }
@@ -190,8 +181,7 @@ std::string apply_entry(std::span<const ArrayEntry> entries, GarminCapabilities&
 
 }  // namespace
 
-std::optional<GarminCapabilities> capabilities_from_table(std::uint16_t product_id,
-                                                          std::int16_t software_version) {
+std::optional<GarminCapabilities> capabilities_from_table(std::uint16_t product_id, std::int16_t software_version) {
   const auto rows = std::ranges::equal_range(kProducts, product_id, {}, &ProductRow::product_id);
   const auto row = std::ranges::find_if(rows, [&](const ProductRow& candidate) {
     const int limit = candidate.version_limit;
@@ -232,8 +222,7 @@ std::optional<CapabilityArray> parse_protocols(std::string_view text, std::strin
   for (const std::string_view word : base::split_words(text)) {
     const std::optional<ArrayEntry> entry = parse_entry(word);
     if (!entry) {
-      problem =
-          "\"" + std::string(word) + "\" is no protocol: write A, D, L, P or T and a number, such as D108";
+      problem = "\"" + std::string(word) + "\" is no protocol: write A, D, L, P or T and a number, such as D108";
       return std::nullopt;
     }
     entries.push_back(*entry);

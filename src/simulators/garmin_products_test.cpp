@@ -73,8 +73,7 @@ TEST(ParseProtocols, ATextThatIsNoArrayIsRefusedWithItsFault) {
 }
 
 TEST(ChosenCapabilities, AProductOfTheTableSendsNoArrayUnlessOneIsGiven) {
-  GarminOptions options{
-      .product_id = 77, .software_version = 400, .description = {}, .protocols = {}, .faults = {}};
+  GarminOptions options{.product_id = 77, .software_version = 400, .description = {}, .protocols = {}, .faults = {}};
   EXPECT_TRUE(chosen_capabilities(options).data.empty());
   options.protocols = "L001 A010 A100 D110";
   EXPECT_EQ(chosen_capabilities(options).capabilities.waypoint_data, 110);

@@ -152,8 +152,7 @@ void long_texts(ByteWriter& out, const SimWaypoint& waypoint) {
   std::size_t nuls_to_come = texts.size();
   for (const Text& each : texts) {
     --nuls_to_come;
-    variable(out, each.text,
-             std::min(each.longest_with_nul, kLongestRecord - out.result().size() - nuls_to_come));
+    variable(out, each.text, std::min(each.longest_with_nul, kLongestRecord - out.result().size() - nuls_to_come));
   }
 }
 

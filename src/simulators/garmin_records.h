@@ -18,8 +18,7 @@ namespace simulators {
 // The encoders return nothing for a format that is not theirs.
 
 // `index` is the record's place in its transfer, which D450 carries.
-[[nodiscard]] std::optional<base::Bytes> encode_waypoint(int format, const SimWaypoint& waypoint,
-                                                         int index = 0);
+[[nodiscard]] std::optional<base::Bytes> encode_waypoint(int format, const SimWaypoint& waypoint, int index = 0);
 [[nodiscard]] std::optional<base::Bytes> encode_route_header(int format, const SimRoute& route);
 [[nodiscard]] base::Bytes encode_route_link(const SimRouteLink& link);  // D210
 // `index` is the track's place in its transfer, which D311 carries.

@@ -45,13 +45,12 @@ TEST(EncodeWaypoint, D107EndsInDistanceAndOneOfFourColours) {
 }
 
 TEST(EncodeWaypoint, D108CarriesEverythingByteForByte) {
-  const Bytes expected{0,    9,    2,    0x60, 151,  0,                       // to the symbol
-                       0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF,  //
-                       0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,  // subclass
-                       0,    0,    0,    0x20, 0,    0,    0,    0xC0,        // position
+  const Bytes expected{0,    9,    2,    0x60, 151,  0,                                        // to the symbol
+                       0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF,                   //
+                       0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,                   // subclass
+                       0,    0,    0,    0x20, 0,    0,    0,    0xC0,                         // position
                        0,    0,    0xC9, 0x42, 0x51, 0x59, 0x04, 0x69, 0,    0,   0x48, 0x43,  // lengths
-                       'N',  'V',  'U',  'S',  'C',  'A',  'M',  'P',  0,    'T', 'E',  'N',
-                       'T',  0,    0,    'X',  0,    0,    0};
+                       'N',  'V',  'U',  'S',  'C',  'A',  'M',  'P',  0,    'T', 'E',  'N',  'T', 0, 0, 'X', 0, 0, 0};
   EXPECT_EQ(encode_waypoint(108, sample()), expected);
 }
 
@@ -63,8 +62,8 @@ TEST(EncodeWaypoint, D109AndD110PackDisplayAndColourInOneByte) {
   waypoint.time = 0x12345678;
   const Bytes d110 = *encode_waypoint(110, waypoint);
   EXPECT_EQ(slice(d110, 0, 4), (Bytes{1, 0, 0x3F, 0x80}));
-  EXPECT_EQ(slice(d110, 48, 19), (Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0x51, 0x59, 0x04, 0x69, 0x78, 0x56, 0x34,
-                                        0x12, 0, 0, 'C', 'A', 'M', 'P', 0}));
+  EXPECT_EQ(slice(d110, 48, 19), (Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0x51, 0x59, 0x04, 0x69, 0x78, 0x56, 0x34, 0x12, 0, 0,
+                                        'C', 'A', 'M', 'P', 0}));
 }
 
 TEST(EncodeWaypoint, FixedFormatsHaveTheirSizesWhateverTheTexts) {

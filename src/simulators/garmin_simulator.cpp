@@ -71,8 +71,7 @@ std::span<const GarminSimulator::Command> GarminSimulator::commands() {
   return kCommands;
 }
 
-GarminSimulator::GarminSimulator(const SimulatedData& data, const GarminOptions& options,
-                                 const base::Clock& clock)
+GarminSimulator::GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock)
     : clock_(clock),
       options_(options),
       capabilities_(chosen_capabilities(options)),

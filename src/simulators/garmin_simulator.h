@@ -21,16 +21,15 @@ namespace simulators {
 
 class GarminSimulator : public SimulatedReceiver {
  public:
-  // The clock must outlive the receiver. Options with a problem (garmin_options_problem) are taken as far as
-  // they go.
+  // The clock must outlive the receiver. Options with a problem (garmin_options_problem) are taken as far as they go.
   GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock);
 
   void receive(std::span<const std::uint8_t> bytes) override;
   [[nodiscard]] std::size_t input_room() override;
   [[nodiscard]] bool output_ready() override;
   std::optional<std::uint8_t> take_output() override;
-  [[nodiscard]] std::chrono::microseconds next_output_in(
-      std::chrono::microseconds batch = std::chrono::microseconds{0}) override;
+  [[nodiscard]] std::chrono::microseconds next_output_in(std::chrono::microseconds batch = std::chrono::microseconds{
+                                                             0}) override;
   [[nodiscard]] bool unplugged() override;
 
  private:
@@ -47,8 +46,7 @@ class GarminSimulator : public SimulatedReceiver {
   void on_acknowledged(const Packet& ack, Time at);
   void on_command(const Packet& packet, Time at);
 
-  // Starts to send these packets, each after the acknowledgement of the one before; what was under way is
-  // dropped.
+  // Starts to send these packets, each after the acknowledgement of the one before; what was under way is dropped.
   void send_all(std::vector<Packet> packets, Time at);
   void send_next(Time at);
   void repeat(Time at);

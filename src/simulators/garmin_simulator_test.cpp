@@ -327,8 +327,7 @@ TEST_F(GarminSimulatorTest, AWholeDownloadTakesTheWireTimeOfItsBytesHoweverLateT
     }
   }
   EXPECT_GT(bytes, 30000);
-  // The acknowledgement of the command and the first packet run while nobody waits; rounding costs 1 us a
-  // turn.
+  // The acknowledgement of the command and the first packet run while nobody waits; rounding costs 1 us a turn.
   EXPECT_NEAR(static_cast<double>(clock.now.count()), static_cast<double>(bytes) / 960 * 1e6, 5000);
 }
 

@@ -104,8 +104,7 @@ void PtyHost::wait(SimulatedReceiver& receiver) {
     events |= POLLOUT;  // what is due later has to wait behind it anyway
   }
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(longest);
-  const timespec timeout{.tv_sec = seconds.count(),
-                         .tv_nsec = std::chrono::nanoseconds(longest - seconds).count()};
+  const timespec timeout{.tv_sec = seconds.count(), .tv_nsec = std::chrono::nanoseconds(longest - seconds).count()};
   pollfd terminal{.fd = master_, .events = events, .revents = 0};
   ppoll(&terminal, 1, &timeout, nullptr);  // a signal ends it early, which is as good
 }

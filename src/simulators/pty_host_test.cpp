@@ -19,8 +19,7 @@ using base::Bytes;
 class RealClock : public base::Clock {
  public:
   [[nodiscard]] std::chrono::microseconds monotonic() const override {
-    return std::chrono::duration_cast<std::chrono::microseconds>(
-        std::chrono::steady_clock::now().time_since_epoch());
+    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now().time_since_epoch());
   }
   [[nodiscard]] std::int64_t unix_seconds() const override { return 1000000000; }
   [[nodiscard]] int utc_offset_seconds() const override { return 0; }
@@ -60,8 +59,7 @@ TEST(PtyHost, HostsComeAndGoUntilTheReceiverIsUnplugged) {
   EXPECT_EQ(std::filesystem::read_symlink(link), host.path());
   std::thread service([&] { host.serve(receiver, [] { return false; }); });
   const Bytes answer = talk(link.string(), kAskProduct, 22);
-  EXPECT_EQ(Bytes(answer.begin(), answer.begin() + std::min<std::ptrdiff_t>(8, std::ssize(answer))),
-            kProductAsked);
+  EXPECT_EQ(Bytes(answer.begin(), answer.begin() + std::min<std::ptrdiff_t>(8, std::ssize(answer))), kProductAsked);
   EXPECT_EQ(talk(link.string(), kAskProduct, 22), answer);
   EXPECT_LT(talk(link.string(), kAskProduct, 22).size(), 22u);
   service.join();

@@ -12,8 +12,8 @@
 namespace simulators {
 
 // Subclass bytes of points and links that do not come from a map.
-inline constexpr std::array<std::uint8_t, 18> kPlainSubclass{
-    0, 0, 0, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+inline constexpr std::array<std::uint8_t, 18> kPlainSubclass{0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF,
+                                                             0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
 
 struct SimWaypoint {
   std::string ident, comment, facility, city, address, cross_road;

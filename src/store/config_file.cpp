@@ -1,11 +1,13 @@
 #include "store/config_file.h"
 
 #include <array>
+#include <cmath>
 #include <optional>
 #include <vector>
 
 #include "base/safe_file.h"
 #include "base/text.h"
+#include "store/garmin_time.h"
 
 namespace store {
 namespace {
@@ -27,16 +29,14 @@ constexpr std::array<Word<Enum>, 0> kWords{};
 template <>
 constexpr std::array kWords<Family>{Word{Family::Garmin, "Garmin"}, Word{Family::Lowrance, "Lowrance"}};
 template <>
-constexpr std::array kWords<VerticalUnit>{Word{VerticalUnit::Feet, "FEET"},
-                                          Word{VerticalUnit::Metres, "METERS"}};
+constexpr std::array kWords<VerticalUnit>{Word{VerticalUnit::Feet, "FEET"}, Word{VerticalUnit::Metres, "METERS"}};
 template <>
-constexpr std::array kWords<DistanceUnit>{
-    Word{DistanceUnit::StatuteMiles, "STATUTE"}, Word{DistanceUnit::NauticalMiles, "NAUTICAL"},
-    Word{DistanceUnit::Kilometres, "KILOMETERS"}, Word{DistanceUnit::Feet, "FEET"},
-    Word{DistanceUnit::Metres, "METERS"}};
+constexpr std::array kWords<DistanceUnit>{Word{DistanceUnit::StatuteMiles, "STATUTE"},
+                                          Word{DistanceUnit::NauticalMiles, "NAUTICAL"},
+                                          Word{DistanceUnit::Kilometres, "KILOMETERS"},
+                                          Word{DistanceUnit::Feet, "FEET"}, Word{DistanceUnit::Metres, "METERS"}};
 template <>
-constexpr std::array kWords<Duplicates>{Word{Duplicates::Merge, "MERGE"},
-                                        Word{Duplicates::Replace, "REPLACE"},
+constexpr std::array kWords<Duplicates>{Word{Duplicates::Merge, "MERGE"}, Word{Duplicates::Replace, "REPLACE"},
                                         Word{Duplicates::Ignore, "IGNORE"}};
 template <>
 constexpr std::array kWords<IconSet>{Word{IconSet::Lei15, "LEI15"},
@@ -72,16 +72,6 @@ bool parse(std::string_view text, double& value) {
 }
 std::optional<std::string> print(double value) { return base::format_text("%f", value); }
 
-bool parse(std::string_view text, std::optional<double>& value) {
-  double number = 0;
-  if (!text.empty() && !parse(text, number)) return false;
-  value = text.empty() ? std::nullopt : std::optional(number);
-  return true;
-}
-std::optional<std::string> print(const std::optional<double>& value) {
-  return value ? print(*value) : std::string();
-}
-
 template <std::size_t N>
 bool parse(std::string_view text, std::array<int, N>& values) {
   const std::vector<std::string_view> pieces = base::split(text, ',');
@@ -109,8 +99,7 @@ bool parse(std::string_view text, std::optional<WindowRectangle>& value) {
 bool parse(std::string_view text, std::optional<ReferenceRecord>& value) {
   const std::vector<std::string_view> pieces = base::split(text, ',');
   ReferenceRecord read;
-  if (pieces.size() != 5 || !parse(pieces[0], read.latitude) || !parse(pieces[1], read.longitude))
-    return false;
+  if (pieces.size() != 5 || !parse(pieces[0], read.latitude) || !parse(pieces[1], read.longitude)) return false;
   for (std::size_t i = 0; i < read.numbers.size(); ++i) {
     int number = 0;
     if (!parse(pieces[i + 2], number)) return false;
@@ -181,6 +170,16 @@ bool set_file_version(std::string_view text, Settings& settings) {
 std::optional<std::string> file_version_text(const Settings& settings) {
   if (settings.This_TXT_File_Version != 1 && settings.This_TXT_File_Version != 2) return std::nullopt;
   return std::string(kFileVersions[static_cast<std::size_t>(settings.This_TXT_File_Version) - 1]);
+}
+
+bool set_time_offset(std::string_view text, Settings& settings) {
+  double hours = 0;
+  if (!text.empty() && (!parse(text, hours) || std::abs(hours) > kMostOffsetHours)) return false;
+  settings.TimeOffsetHours = text.empty() ? std::nullopt : std::optional(hours);
+  return true;
+}
+std::optional<std::string> time_offset_text(const Settings& settings) {
+  return settings.TimeOffsetHours ? print(*settings.TimeOffsetHours) : std::string();
 }
 
 std::optional<std::string> startup_location_text(const Settings& settings) {
@@ -295,7 +294,7 @@ constexpr std::array kKeys{
     key<&Settings::G12XL_II_Symbol_Mapping>("G12XL/II+_Symbol_Mapping"),
     Key{"#Additional settings:", nullptr, nullptr},
     key<&Settings::PortName>("PortName"),
-    key<&Settings::TimeOffsetHours>("TimeOffsetHours"),
+    Key{"TimeOffsetHours", set_time_offset, time_offset_text},
 };
 
 }  // namespace
@@ -336,19 +335,16 @@ void load_configuration(const std::filesystem::path& path, Settings& settings) {
   if (base::load_file(path, contents, reason)) read_configuration(contents, settings);
 }
 
-bool save_configuration(const std::filesystem::path& path, const Settings& settings,
-                        base::FrontEnd& front_end) {
+bool save_configuration(const std::filesystem::path& path, const Settings& settings, base::FrontEnd& front_end) {
   const std::string reason = base::save_file(path, base::with_line_ends(configuration_text(settings)));
   if (!reason.empty()) {
-    front_end.message_box("Writing Defaults Error",
-                          base::format_text("Can't open file %s", path.string().c_str()));
+    front_end.message_box("Writing Defaults Error", base::format_text("Can't open file %s", path.string().c_str()));
     front_end.write_line(3, "The configuration was not saved: " + reason + ".");
     return false;
   }
   front_end.set_status(1, path.filename().string() + " saved.");
   // Deliberate : the backslash on every system; it is the text's own.
-  front_end.show_title("Configuration saved to: " + path.parent_path().string() + "\\" +
-                       path.filename().string());
+  front_end.show_title("Configuration saved to: " + path.parent_path().string() + "\\" + path.filename().string());
   return true;
 }
 

@@ -13,8 +13,7 @@ namespace store {
 
 enum class [[nodiscard]] KeyResult{Set, UnknownKey, BadValue};
 
-// Sets one setting by its key (letter case counts) and its text in the file; anything but Set leaves it as it
-// was.
+// Sets one setting by its key (letter case counts) and its text in the file; anything but Set leaves it as it was.
 KeyResult set_key(Settings& settings, std::string_view name, std::string_view value);
 
 // Takes over every key that the text holds; unknown lines and bad values are passed over.
@@ -25,7 +24,6 @@ void read_configuration(std::string_view contents, Settings& settings);
 // A file that cannot be read leaves the settings as they are: start values are no error.
 void load_configuration(const std::filesystem::path& path, Settings& settings);
 // False when the file could not be written; said in a message box, and the old file is as it was.
-bool save_configuration(const std::filesystem::path& path, const Settings& settings,
-                        base::FrontEnd& front_end);
+bool save_configuration(const std::filesystem::path& path, const Settings& settings, base::FrontEnd& front_end);
 
 }  // namespace store

@@ -15,8 +15,7 @@ namespace {
 TEST(Configuration, StartValuesAreWrittenInTheOrderOfTheFile) {
   const std::string text = configuration_text(Settings{});
   // No family, reference point or window place is known yet, so they have no line.
-  EXPECT_TRUE(
-      text.starts_with("COM=1\nport_speed=0\nExitPrompt=1\nEnableDebugFile=0\nForceExactDupeRemoval=0\n"));
+  EXPECT_TRUE(text.starts_with("COM=1\nport_speed=0\nExitPrompt=1\nEnableDebugFile=0\nForceExactDupeRemoval=0\n"));
   EXPECT_EQ(text.find("RefRecord"), std::string::npos);
   EXPECT_EQ(text.find("StartupLocation="), text.find("SaveStartupLocation=") + 4);
   EXPECT_NE(text.find("\nVerticalValues=METERS\nDistValues=STATUTE\nHandleReadDups=MERGE\n"
@@ -35,8 +34,7 @@ TEST(Configuration, EveryKeySurvivesBeingWrittenAndRead) {
   Settings settings;
   std::string text = configuration_text(settings);
   // Other values than the start values for all numbers.
-  for (std::size_t at = 0; (at = text.find("=0\n", at)) != std::string::npos; ++at)
-    text.replace(at, 3, "=3\n");
+  for (std::size_t at = 0; (at = text.find("=0\n", at)) != std::string::npos; ++at) text.replace(at, 3, "=3\n");
   text +=
       "GPS=Lowrance\nCOM=12\nexternaldatum=NAD27_CONUS\nSaveStartupLocation=1\nStartupLocation=-5,10,630,"
       "268\n"
@@ -59,7 +57,8 @@ TEST(Configuration, BadValuesUnknownKeysAndCommentsLeaveTheStartValues) {
   Settings settings;
   read_configuration(
       "#COM=5\nCOM=0\nCOM=x\nExitPrompt=99999999999\nDMSMode=XYZ\nNoSuchKey=1\njust text\n=\n"
-      "WaypointListColumnWidths=1,2,3\nVerticalValues=YARDS\nTimeOffsetHours=soon\n  port_speed  =  9600  "
+      "WaypointListColumnWidths=1,2,3\nVerticalValues=YARDS\nTimeOffsetHours=soon\nTimeOffsetHours=49\n  port_speed  = "
+      " 9600  "
       "\r\n",
       settings);
   Settings expected;

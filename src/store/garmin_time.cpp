@@ -45,8 +45,7 @@ std::optional<std::int64_t> parse_time_of_day(std::string_view text) {
 
 std::string format_date_text(std::int64_t seconds) {
   // Printed by hand: this is the most frequent text of a written file.
-  const std::int64_t day_number =
-      seconds >= 0 ? seconds / kSecondsPerDay : -((-seconds - 1) / kSecondsPerDay) - 1;
+  const std::int64_t day_number = seconds >= 0 ? seconds / kSecondsPerDay : -((-seconds - 1) / kSecondsPerDay) - 1;
   const auto second_of_day = static_cast<unsigned>(seconds - day_number * kSecondsPerDay);
   const std::chrono::sys_days day = kEpochDay + std::chrono::days(day_number);
   const std::chrono::year_month_day date(day);
@@ -67,24 +66,22 @@ std::string format_date_text(std::int64_t seconds) {
 std::optional<std::int64_t> parse_date_text(std::string_view text) {
   const std::vector<std::string_view> words = base::split_words(text);
   if (words.size() != 5) return std::nullopt;
-  const auto month = std::find_if(kMonths.begin(), kMonths.end(), [&](std::string_view name) {
-    return base::equal_ignoring_case(name, words[1]);
-  });
+  const auto month = std::find_if(kMonths.begin(), kMonths.end(),
+                                  [&](std::string_view name) { return base::equal_ignoring_case(name, words[1]); });
   const std::optional<long long> day = base::parse_integer(words[2]);
   const std::optional<std::int64_t> second_of_day = parse_time_of_day(words[3]);
   const std::optional<long long> year = base::parse_integer(words[4]);
   if (month == kMonths.end() || !day || !second_of_day || !year) return std::nullopt;
   if (*day < 1 || *day > 31 || *year < 1000 || *year > 9999) return std::nullopt;
-  const std::chrono::year_month_day date(
-      std::chrono::year(static_cast<int>(*year)),
-      std::chrono::month(static_cast<unsigned>(month - kMonths.begin()) + 1),
-      std::chrono::day(static_cast<unsigned>(*day)));
+  const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(*year)),
+                                         std::chrono::month(static_cast<unsigned>(month - kMonths.begin()) + 1),
+                                         std::chrono::day(static_cast<unsigned>(*day)));
   if (!date.ok()) return std::nullopt;
   return (std::chrono::sys_days(date) - kEpochDay).count() * kSecondsPerDay + *second_of_day;
 }
 
 std::int64_t offset_seconds(double hours) {
-  return std::llround(std::clamp(hours, -1000.0, 1000.0) * 3600.0);
+  return std::llround(std::clamp(hours, -kMostOffsetHours, kMostOffsetHours) * 3600.0);
 }
 
 }  // namespace store

@@ -31,6 +31,9 @@ inline constexpr std::int64_t kGarminEpochUnix = 631065600;  // 1989-12-31 00:00
   return {static_cast<std::uint32_t>(static_cast<std::int64_t>(time.seconds) + offset_seconds)};
 }
 
+// No zone is further from UTC; offsets beyond it, in hours, are refused wherever they come from.
+inline constexpr double kMostOffsetHours = 48;
+
 // Hours from UTC as whole seconds: every zone is a whole number of them, so rounding undoes what decimal
 // hours such as 5.333333 lose.
 [[nodiscard]] std::int64_t offset_seconds(double hours);

@@ -11,10 +11,9 @@ TEST(DateText, KnownMomentsPrintAndReadBack) {
     std::int64_t seconds;
     const char* text;
   };
-  for (const Case& c :
-       {Case{0, "Sun Dec 31 00:00:00 1989"}, Case{-1, "Sat Dec 30 23:59:59 1989"},
-        Case{315619199, "Fri Dec 31 23:59:59 1999"}, Case{320761845, "Tue Feb 29 12:30:45 2000"},
-        Case{4294967295, "Wed Feb  6 06:28:15 2126"}}) {
+  for (const Case& c : {Case{0, "Sun Dec 31 00:00:00 1989"}, Case{-1, "Sat Dec 30 23:59:59 1989"},
+                        Case{315619199, "Fri Dec 31 23:59:59 1999"}, Case{320761845, "Tue Feb 29 12:30:45 2000"},
+                        Case{4294967295, "Wed Feb  6 06:28:15 2126"}}) {
     std::string expected = c.text;
     if (expected[8] == ' ') expected[8] = '0';
     EXPECT_EQ(format_date_text(c.seconds), expected);
@@ -23,10 +22,9 @@ TEST(DateText, KnownMomentsPrintAndReadBack) {
 }
 
 TEST(DateText, WhatIsNoDateIsRefused) {
-  for (const char* text :
-       {"", "Sun Dec 31 00:00:00", "Sun Dec 32 00:00:00 1989", "Mon Feb 29 00:00:00 1999",
-        "Sun Dez 31 00:00:00 1989", "Sun Dec 31 24:00:00 1989", "Sun Dec 31 00:00 1989",
-        "Sun Dec 31 00:00:00 89", "Sun Dec 31 -1:00:00 1989", "Sun Dec 31 00:00:00 1989 x"})
+  for (const char* text : {"", "Sun Dec 31 00:00:00", "Sun Dec 32 00:00:00 1989", "Mon Feb 29 00:00:00 1999",
+                           "Sun Dez 31 00:00:00 1989", "Sun Dec 31 24:00:00 1989", "Sun Dec 31 00:00 1989",
+                           "Sun Dec 31 00:00:00 89", "Sun Dec 31 -1:00:00 1989", "Sun Dec 31 00:00:00 1989 x"})
     EXPECT_EQ(parse_date_text(text), std::nullopt) << text;
 }
 

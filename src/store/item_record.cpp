@@ -17,11 +17,9 @@ ItemRecord blank_item() {
 
 void sign_position(ItemRecord& item) {
   if (item.latitude_hemisphere != 0)
-    item.position.latitude =
-        std::copysign(item.position.latitude, item.latitude_hemisphere == 'S' ? -1.0 : 1.0);
+    item.position.latitude = std::copysign(item.position.latitude, item.latitude_hemisphere == 'S' ? -1.0 : 1.0);
   if (item.longitude_hemisphere != 0)
-    item.position.longitude =
-        std::copysign(item.position.longitude, item.longitude_hemisphere == 'W' ? -1.0 : 1.0);
+    item.position.longitude = std::copysign(item.position.longitude, item.longitude_hemisphere == 'W' ? -1.0 : 1.0);
 }
 
 void set_hemispheres(ItemRecord& item) {
@@ -30,8 +28,8 @@ void set_hemispheres(ItemRecord& item) {
 }
 
 std::uint8_t colour_number(std::string_view name) {
-  for (std::uint8_t number = 0; number < kColourNames.size(); ++number)
-    if (base::equal_ignoring_case(kColourNames[number], name)) return number;
+  for (std::size_t number = 0; number < kColourNames.size(); ++number)
+    if (base::equal_ignoring_case(kColourNames[number], name)) return static_cast<std::uint8_t>(number);
   return kDefaultColour;
 }
 

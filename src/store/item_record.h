@@ -16,8 +16,7 @@ inline constexpr float kNotKnown = 1.0e24F;  // an altitude or depth of this or 
 [[nodiscard]] constexpr bool is_known(float metres) { return metres < kNotKnown; }
 
 inline constexpr std::uint8_t kClassNotSet = 255;
-inline constexpr std::uint8_t kSymbolModeNotGiven =
-    255;  // a push puts the configured symbol set in its place
+inline constexpr std::uint8_t kSymbolModeNotGiven = 255;  // a push puts the configured symbol set in its place
 
 // Values of ItemRecord::detail_kind.
 inline constexpr std::uint8_t kNoDetails = 0;

@@ -22,9 +22,7 @@ void sort_by_ident(std::vector<ItemRecord>& records) {
   std::stable_sort(records.begin(), records.end(), [](const ItemRecord& left, const ItemRecord& right) {
     const std::string_view a = left.ident, b = right.ident;
     return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-      const auto lower = [](char c) {
-        return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
-      };
+      const auto lower = [](char c) { return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c); };
       return lower(x) < lower(y);
     });
   });
@@ -131,15 +129,13 @@ int ItemStore::push_route(bool is_point) {
     return 1;
   }
   const std::uint32_t number = contents_.last_waypoint_number;
-  const std::int64_t offset =
-      std::exchange(input_time_offset_, 0);  // Deliberate : points keep the time as given
+  const std::int64_t offset = std::exchange(input_time_offset_, 0);  // Deliberate : points keep the time as given
   complete_waypoint();
   input_time_offset_ = offset;
   contents_.last_waypoint_number = number;
   CurrentItem.number = number;
   CurrentItem.route_drawing = {byte_of(settings_.SA_Route_LineColor), byte_of(settings_.SA_Route_LineWidth),
-                               byte_of(settings_.SA_Route_LineStyle),
-                               byte_of(settings_.SA_draw_route_0_line)};
+                               byte_of(settings_.SA_Route_LineStyle), byte_of(settings_.SA_draw_route_0_line)};
   CurrentItem.route_number = static_cast<std::uint32_t>(contents_.route_index);
   points.push_back(CurrentItem);
   CurrentItem = ItemRecord{};
@@ -173,6 +169,7 @@ bool ItemStore::set_route_link(std::uint16_t link_class, const std::array<std::u
   if (points.empty()) return false;
   ItemRecord& point = points.back();
   point.has_route_link = 1;
+  if (point.detail_kind == kNoDetails) point.detail_kind = kRouteLinkDetails;
   point.link_class = link_class;
   point.link_subclass = subclass;
   point.route_link_ident = ident;
@@ -247,9 +244,8 @@ int ItemStore::route_count() const {
 }
 
 int ItemStore::track_count() const {
-  return static_cast<int>(
-      std::count_if(contents_.track_points.begin(), contents_.track_points.end(),
-                    [](const ItemRecord& point) { return point.segment_flag != kContinues; }));
+  return static_cast<int>(std::count_if(contents_.track_points.begin(), contents_.track_points.end(),
+                                        [](const ItemRecord& point) { return point.segment_flag != kContinues; }));
 }
 
 bool ItemStore::empty() const {
@@ -298,7 +294,7 @@ void ItemStore::clear_routes() {
 
 void ItemStore::clear_tracks() {
   contents_.track_points = {};
-  contents_.new_segment = false;
+  forget_pending_track();
   contents_.first_after_clearing = true;
   front_end_.refresh_title();
 }

@@ -24,8 +24,7 @@ inline constexpr int kProximityCapacity = 10;
 inline constexpr int kRouteCapacity = 100;      // routes 0 to 99
 inline constexpr int kRoutePointCapacity = 99;  // points of one route
 
-// One route: its header ('R'; the comment is the route's name, the ident its number text) and its points
-// ('W').
+// One route: its header ('R'; the comment is the route's name, the ident its number text) and its points ('W').
 struct Route {
   std::optional<ItemRecord> header;  // none: the row is free
   std::vector<ItemRecord> points;
@@ -81,15 +80,14 @@ class ItemStore {
   void start_route(std::uint32_t number, std::string_view number_text, std::string_view name);
   // The next track point begins a new segment...
   void start_segment() { contents_.new_segment = true; }
-  // ... or a new named track log. A colour name outside kColourNames is "Default Color"; no style: the
-  // configured one.
+  // ... or a new named track log. A colour name outside kColourNames is "Default Color"; no style: the configured one.
   void start_track_log(std::string_view name, std::string_view colour_name,
                        std::optional<std::uint8_t> style = std::nullopt);
+  // Nothing that was announced for the next track point holds any longer.
+  void forget_pending_track() { contents_.new_segment = contents_.new_track_log = false; }
   // Gives the latest route point a link to the next one; false when there is no route point.
-  bool set_route_link(std::uint16_t link_class, const std::array<std::uint8_t, 18>& subclass,
-                      std::string_view ident);
-  // Gives every route point the number of its waypoint: the one of the same ident and place, else of the same
-  // ident.
+  bool set_route_link(std::uint16_t link_class, const std::array<std::uint8_t, 18>& subclass, std::string_view ident);
+  // Gives every route point the number of its waypoint: the one of the same ident and place, else of the same ident.
   void link_route_points();
 
   // Local time minus UTC of the times that are pushed now, in seconds; every push of a waypoint, track point
@@ -113,24 +111,18 @@ class ItemStore {
 
   // Indices from 1 to the count; routes from 0 to 99.
   [[nodiscard]] const ItemRecord& waypoint(int index) const { return contents_.waypoints[slot_of(index)]; }
-  [[nodiscard]] const ItemRecord& track_point(int index) const {
-    return contents_.track_points[slot_of(index)];
-  }
+  [[nodiscard]] const ItemRecord& track_point(int index) const { return contents_.track_points[slot_of(index)]; }
   [[nodiscard]] const ItemRecord& event(int index) const { return contents_.events[slot_of(index)]; }
   [[nodiscard]] const ItemRecord& proximity(int index) const { return contents_.proximity[slot_of(index)]; }
-  [[nodiscard]] const Route& route(int number) const {
-    return contents_.routes[static_cast<std::size_t>(number)];
-  }
+  [[nodiscard]] const Route& route(int number) const { return contents_.routes[static_cast<std::size_t>(number)]; }
   [[nodiscard]] const AlmanacBlock& almanac() const { return contents_.almanac; }
 
-  // Index of the first waypoint of this ident in any letter case; 0 for none. The newest waypoint is not
-  // looked at.
+  // Index of the first waypoint of this ident in any letter case; 0 for none. The newest waypoint is not looked at.
   [[nodiscard]] int find_waypoint(std::string_view ident);
   // The same, but latitude and longitude must also be equal to the last bit.
   [[nodiscard]] int find_waypoint(std::string_view ident, const geodesy::Position& position);
 
-  // By ident without regard to letter case; equal ones keep their order. Numbers and route points stay as
-  // they are.
+  // By ident without regard to letter case; equal ones keep their order. Numbers and route points stay as they are.
   void sort_waypoints();
   void sort_proximity();
 

@@ -87,8 +87,7 @@ TEST_F(ItemStoreTest, LookUpsAgreeWithALinearScanUnderRandomWork) {
     if (items.waypoint_count() < 2) return 0;
     for (int i = 1; i < items.waypoint_count(); ++i) {
       const ItemRecord& item = items.waypoint(i);
-      if (base::equal_ignoring_case(item.ident, ident) && (position == nullptr || item.position == *position))
-        return i;
+      if (base::equal_ignoring_case(item.ident, ident) && (position == nullptr || item.position == *position)) return i;
     }
     return 0;
   };

@@ -46,8 +46,7 @@ struct Settings {
   int SendToSAFile = 1;
   int SaveStartupLocation = 0;
   int SaveConfigurationAtExit = 0;
-  std::string SaveWorkingDirectory, SaveIGCWorkingDirectory, SaveDebugFileWorkingDirectory,
-      ReadWorkingDirectory;
+  std::string SaveWorkingDirectory, SaveIGCWorkingDirectory, SaveDebugFileWorkingDirectory, ReadWorkingDirectory;
   int default_SA5_icon = 46, default_SP_icon = 18, default_GPSIII_icon = 18;
   int default_LEI15_icon = 0, default_LEI28_icon = 0, default_G12_icon = 0;
   int SaveFilterNumber = 0;
@@ -60,8 +59,7 @@ struct Settings {
   Duplicates HandleReadDups = Duplicates::Merge;
   int This_TXT_File_Version = 2;
   int ReadFilterNumber = 0;
-  std::string SaveFileName, SaveFileNameExtn, DebugFileName, DebugFileNameExtn, ReadFileName,
-      ReadFileNameExtn;
+  std::string SaveFileName, SaveFileNameExtn, DebugFileName, DebugFileNameExtn, ReadFileName, ReadFileNameExtn;
   std::array<int, 12> WaypointListColumnWidths{120, 40, 88, 95, 145, 155, 82, 70, 70, 95, 67, 67};
   std::array<int, 4> EventListColumnWidths{60, 88, 95, 82};
   std::optional<ReferenceRecord> RefRecord;
@@ -69,11 +67,9 @@ struct Settings {
   std::optional<WindowRectangle> StartupLocation;
   IconSet IconSelector = IconSet::Lei15;
   geodesy::Notation DMSMode = geodesy::Notation::Dmm;
-  int SA_LineColor = 0, SA_CycleColors = 0, SA_ForceSALineProperties = 0,
-      SA_ForceSALinePropertiesAllowCycle = 1;
+  int SA_LineColor = 0, SA_CycleColors = 0, SA_ForceSALineProperties = 0, SA_ForceSALinePropertiesAllowCycle = 1;
   int SA_LineStyle = 0, SA_LineWidth = 1;
-  int SA_CirFillColor = 0, SA_CirLineWidth = 0, SA_CirLineColor = 0, SA_CirFillStyle = 0,
-      SA_DrawProxCircles = 1;
+  int SA_CirFillColor = 0, SA_CirLineWidth = 0, SA_CirLineColor = 0, SA_CirFillStyle = 0, SA_DrawProxCircles = 1;
   int SA_DrawWaypoints = 1, SA_ShowGrids = 1, SA_StartWithDefaults = 1;
   double SA_SetLat = kCoordinateNotSet, SA_SetLon = kCoordinateNotSet;
   int SA_SetMag = 0;
@@ -89,11 +85,9 @@ struct Settings {
   int SA_nocmdline = 0;
   int SA_SortBeforeOutput = 1, SA_SortAfterInput = 1;
   int SA_LwrRangeLo = 1, SA_LwrRangeHi = 65535, SA_LwrStartPt = 1, SA_LwrRteStartPt = 1;
-  std::string Pilot = "None", ContestID = "---", GliderType = "None", GliderID = "None", Site = "None",
-              Class = "None";
+  std::string Pilot = "None", ContestID = "---", GliderType = "None", GliderID = "None", Site = "None", Class = "None";
   int IGCCompatibleFilename = 0;
-  std::array<int, 16> G12XL_II_Symbol_Mapping{18,  10, 8,   170, 7,   150, 0,   19,
-                                              177, 14, 178, 151, 179, 171, 156, 8196};
+  std::array<int, 16> G12XL_II_Symbol_Mapping{18, 10, 8, 170, 7, 150, 0, 19, 177, 14, 178, 151, 179, 171, 156, 8196};
   std::string PortName;                   // a port by its text; when set it stands for COM
   std::optional<double> TimeOffsetHours;  // not set: the machine's offset or 0, see UseLocalTime
 

@@ -31,9 +31,7 @@ std::uint64_t hash_place(std::string_view ident, const geodesy::Position& positi
   return hash ^ (hash >> 31);
 }
 
-bool same_ident(const ItemRecord& left, std::string_view ident) {
-  return base::equal_ignoring_case(left.ident, ident);
-}
+bool same_ident(const ItemRecord& left, std::string_view ident) { return base::equal_ignoring_case(left.ident, ident); }
 
 }  // namespace
 
@@ -69,8 +67,8 @@ void WaypointIndex::take_in(Table& table, const std::vector<ItemRecord>& waypoin
     if (!same(waypoint, waypoint)) continue;
     make_room(table);
     const std::uint32_t waypoint_hash = hash(waypoint);
-    Slot* slot = find_slot(table, waypoint_hash,
-                           [&](std::uint32_t index) { return same(waypoints[index - 1], waypoint); });
+    Slot* slot =
+        find_slot(table, waypoint_hash, [&](std::uint32_t index) { return same(waypoints[index - 1], waypoint); });
     if (slot->index != 0) continue;  // an older one is the first
     *slot = {waypoint_hash, static_cast<std::uint32_t>(table.taken_in)};
     ++table.used;
@@ -95,10 +93,9 @@ int WaypointIndex::first_of(const std::vector<ItemRecord>& waypoints, std::strin
       [](const ItemRecord& left, const ItemRecord& right) {
         return left.position == right.position && same_ident(left, right.ident);
       });
-  const Slot* slot =
-      find_slot(by_ident_and_position_, folded(hash_place(ident, position)), [&](std::uint32_t index) {
-        return waypoints[index - 1].position == position && same_ident(waypoints[index - 1], ident);
-      });
+  const Slot* slot = find_slot(by_ident_and_position_, folded(hash_place(ident, position)), [&](std::uint32_t index) {
+    return waypoints[index - 1].position == position && same_ident(waypoints[index - 1], ident);
+  });
   return static_cast<int>(slot->index);
 }
 

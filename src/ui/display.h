@@ -39,9 +39,7 @@ class Display : public base::FrontEnd {
 
   // Before each command: all lines and the third status field blank.
   void clear();
-  [[nodiscard]] const std::string& line(int number) const {
-    return lines_[static_cast<std::size_t>(number) - 1];
-  }
+  [[nodiscard]] const std::string& line(int number) const { return lines_[static_cast<std::size_t>(number) - 1]; }
 
  private:
   Screen& screen_;

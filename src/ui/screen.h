@@ -1,5 +1,4 @@
-// What a window or a console must be able to do for Display. It only paints and asks; every rule stands in
-// Display.
+// What a window or a console must be able to do for Display. It only paints and asks; every rule stands in Display.
 #pragma once
 
 #include <string_view>

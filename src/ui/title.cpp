@@ -13,16 +13,16 @@ std::string title_text(const session::Session& session) {
   const int p = items.proximity_count(), r = items.route_count(), e = items.event_count();
   switch (session.settings.GPS) {
     case store::Family::Garmin:
-      return base::format_text("Pelorix -- GPS Garmin - %s - %d -- W:%d T:%d (TP:%d) P:%d R:%d [E:%d]", port,
-                               speed, w, t, tp, p, r, e);
+      return base::format_text("Pelorix -- GPS Garmin - %s - %d -- W:%d T:%d (TP:%d) P:%d R:%d [E:%d]", port, speed, w,
+                               t, tp, p, r, e);
     case store::Family::Lowrance:
-      return base::format_text("Pelorix -- GPS LEI - %s - %d -- W:%d T:%d (TP:%d) E:%d R:%d [P:%d]", port,
-                               speed, w, t, tp, e, r, p);
+      return base::format_text("Pelorix -- GPS LEI - %s - %d -- W:%d T:%d (TP:%d) E:%d R:%d [P:%d]", port, speed, w, t,
+                               tp, e, r, p);
     case store::Family::None:
       break;
   }
-  return base::format_text("Pelorix -- GPS ? %s - %d -- W:%d T:%d (TP:%d) E:%d P:%d R:%d", port, speed, w, t,
-                           tp, e, p, r);
+  return base::format_text("Pelorix -- GPS ? %s - %d -- W:%d T:%d (TP:%d) E:%d P:%d R:%d", port, speed, w, t, tp, e, p,
+                           r);
 }
 
 }  // namespace ui

@@ -22,9 +22,7 @@ class RecordingFrontEnd : public base::FrontEnd {
     status[field] = text;
     status_writes.emplace_back(field, text);
   }
-  void message_box(std::string_view title, std::string_view text) override {
-    boxes.emplace_back(title, text);
-  }
+  void message_box(std::string_view title, std::string_view text) override { boxes.emplace_back(title, text); }
   bool ask_yes_no(std::string_view title, std::string_view question) override {
     questions.emplace_back(title, question);
     return answer;

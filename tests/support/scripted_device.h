@@ -50,9 +50,7 @@ class ScriptedDevice : public serial::SerialDevice {
     input_.push_back({clock_.now + after, {bytes.begin(), bytes.end()}});
   }
   // The port vanishes `after` from now; what has arrived by then can still be read.
-  void vanish(std::chrono::milliseconds after = std::chrono::milliseconds(0)) {
-    vanishes_ = clock_.now + after;
-  }
+  void vanish(std::chrono::milliseconds after = std::chrono::milliseconds(0)) { vanishes_ = clock_.now + after; }
 
   int open(const std::string& name) override {
     opened.push_back(name);

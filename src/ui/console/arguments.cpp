@@ -1,7 +1,7 @@
 #include "ui/console/arguments.h"
 
 #include <CLI/CLI.hpp>
-#include <array>
+#include <algorithm>
 #include <sstream>
 
 namespace ui::console {
@@ -9,9 +9,8 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-const Words kFileKinds{"all", "waypoints", "tracks", "routes", "proximity", "events"};
-const Words kTransferKinds{"all",    "waypoints", "tracks", "routes", "proximity", "almanac",
-                           "events", "trails",    "trail1", "trail2", "trail3",    "trail4"};
+const Words kKinds{"all",    "waypoints", "tracks", "routes", "proximity", "almanac",
+                   "events", "trails",    "trail1", "trail2", "trail3",    "trail4"};
 
 CLI::App* add_command(CLI::App& app, Arguments& arguments, const std::string& name, const std::string& does) {
   CLI::App* command = app.add_subcommand(name, does);
@@ -50,7 +49,7 @@ void add_output_options(CLI::App* command, Arguments& arguments) {
   command->add_option("--kinds", arguments.kinds, "write only these kinds, separated by commas")
       ->delimiter(',')
       ->allow_extra_args(false)
-      ->check(CLI::IsMember(kFileKinds))
+      ->check(CLI::IsMember(kKinds))
       ->type_name("KIND,...");
   command->add_flag("--no-comments", arguments.no_comments, "no comment column");
   command->add_flag("--no-symbols", arguments.no_symbols, "no symbol column");
@@ -64,8 +63,7 @@ void add_global_options(CLI::App& app, Arguments& arguments) {
   app.add_option("--family", arguments.family, "receiver family: garmin or lowrance")
       ->check(CLI::IsMember({"garmin", "lowrance"}))
       ->type_name("NAME");
-  app.add_option("--port", arguments.port,
-                 "COM1, COM12, /dev/ttyUSB0, ... or the simulated receiver sim:garmin")
+  app.add_option("--port", arguments.port, "COM1, COM12, /dev/ttyUSB0, ... or the simulated receiver sim:garmin")
       ->type_name("PORT");
   app.add_option("--speed", arguments.speed, "Lowrance/Eagle start speed in bits per second")
       ->check(CLI::Range(300, 921600))
@@ -85,7 +83,7 @@ void add_receiver_commands(CLI::App& app, Arguments& arguments) {
   CLI::App* download = add_command(app, arguments, "download", "download, then write the files");
   download->add_option("KIND", arguments.words, "what to download: all, waypoints, tracks, routes, proximity")
       ->required()
-      ->check(CLI::IsMember(kTransferKinds));
+      ->check(CLI::IsMember(kKinds));
   add_output_options(download, arguments);
   add_command(app, arguments, "ports", "list the serial ports of this machine");
 }
@@ -96,8 +94,7 @@ void add_file_commands(CLI::App& app, Arguments& arguments) {
   add_output_options(convert, arguments);
   // Kind and files in one list: what comes first is the kind.
   CLI::App* list = add_command(app, arguments, "list", "one line of native text an item");
-  list->add_option("KIND FILE", arguments.words,
-                   "all, waypoints, tracks, routes, proximity or events, then the files")
+  list->add_option("KIND FILE", arguments.words, "all, waypoints, tracks, routes, proximity or events, then the files")
       ->required()
       ->expected(2, CLI::detail::expected_max_vector_size);
   add_datum(list, arguments, "datum of the written positions");
@@ -125,8 +122,7 @@ void add_position_commands(CLI::App& app, Arguments& arguments) {
 }
 
 void add_simulate(CLI::App& app, Arguments& arguments) {
-  CLI::App* simulate =
-      add_command(app, arguments, "simulate", "serve a simulated receiver on a new pseudo-terminal");
+  CLI::App* simulate = add_command(app, arguments, "simulate", "serve a simulated receiver on a new pseudo-terminal");
   simulate->add_option("FAMILY", arguments.words, "garmin")
       ->required()
       ->expected(1)
@@ -136,25 +132,23 @@ void add_simulate(CLI::App& app, Arguments& arguments) {
   simulate->add_option("--baud", arguments.baud, "byte rate as on a real wire; 0 is unthrottled")
       ->check(CLI::Range(0, 1000000))
       ->type_name("N");
-  simulate->add_option("--product", arguments.product, "product id")
-      ->check(CLI::Range(0, 65534))
-      ->type_name("ID");
-  simulate->add_option("--software", arguments.software, "software version, such as 2.50")
-      ->type_name("VERSION");
+  simulate->add_option("--product", arguments.product, "product id")->check(CLI::Range(0, 65534))->type_name("ID");
+  simulate->add_option("--software", arguments.software, "software version, such as 2.50")->type_name("VERSION");
   simulate
       ->add_option("--protocols", arguments.protocols,
                    "capability array such as \"L001 A010 A100 D108\", or none for a receiver that sends none")
       ->type_name("TEXT");
   simulate->add_option("--link", arguments.link, "a symbolic link to the pseudo-terminal")->type_name("PATH");
   simulate
-      ->add_option(
-          "--fault", arguments.faults,
-          "drop-ack@N, bad-checksum@N, silent@N, unplug@N or noise@N: what goes wrong at the N-th packet")
+      ->add_option("--fault", arguments.faults,
+                   "drop-ack@N, bad-checksum@N, silent@N, unplug@N or noise@N: what goes wrong at the N-th packet")
       ->allow_extra_args(false)
       ->type_name("KIND@N");
 }
 
 }  // namespace
+
+bool is_kind(const std::string& word) { return std::find(kKinds.begin(), kKinds.end(), word) != kKinds.end(); }
 
 std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* words) {
   Arguments arguments;

@@ -35,6 +35,9 @@ struct Arguments {
   std::vector<std::string> faults;
 };
 
+// Whether the word names a kind of items: all, waypoints, trail1, ...
+[[nodiscard]] bool is_kind(const std::string& word);
+
 // The program ends at once: with 0 after help or version, with 2 after wrong usage.
 struct EndNow {
   int exit_status;

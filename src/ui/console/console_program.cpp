@@ -79,8 +79,7 @@ int ConsoleProgram::run(const Arguments& arguments) {
   if (command == nullptr) return wrong_usage("there is no command " + arguments.command);
   if (!take_settings(arguments)) return kWrongUsage;
   if (!arguments.debug_log.empty()) {
-    if (!session_.debug_log.open(arguments.debug_log, session_.debug_format, session::kVersion))
-      return kFailed;
+    if (!session_.debug_log.open(arguments.debug_log, session_.debug_format, session::kVersion)) return kFailed;
   } else if (session_.settings.EnableDebugFile != 0) {
     (void)session_.open_debug_log();  // a log that the configuration asks for stops nobody's transfer
   }
@@ -126,8 +125,7 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
   if (arguments.speed) settings.port_speed = *arguments.speed;
   if (arguments.debug_format == "decimal") session_.debug_format = serial::ByteFormat::Decimal;
   if (!arguments.datum.empty()) settings.externaldatum = arguments.datum;
-  if (!arguments.notation.empty() &&
-      store::set_key(settings, "DMSMode", arguments.notation) != store::KeyResult::Set)
+  if (!arguments.notation.empty() && store::set_key(settings, "DMSMode", arguments.notation) != store::KeyResult::Set)
     return false;
   if (arguments.txt_version) settings.This_TXT_File_Version = *arguments.txt_version;
   if (arguments.time_offset) settings.TimeOffsetHours = arguments.time_offset;
@@ -153,9 +151,9 @@ bool ConsoleProgram::write_outputs(const Arguments& arguments) {
   TextOptions options = session_.text_options();
   choose_kinds(arguments.kinds, options);
   bool all_written = true;
-  for (const std::string& file : arguments.outputs)
-    all_written = session_.files.save(file, options) && all_written;
-  return all_written;
+  for (const std::string& file : arguments.outputs) all_written = session_.files.save(file, options) && all_written;
+  // In place of an unknown datum WGS-84 was written, which was said.
+  return all_written && session_.datums.find(options.datum) != nullptr;
 }
 
 // The lines that these commands write are their results.
@@ -202,16 +200,17 @@ int ConsoleProgram::convert(const Arguments& arguments) {
 int ConsoleProgram::list(const Arguments& arguments) {
   const std::string& kind = arguments.words.front();
   const bool all = kind == "all";
-  if (!all && std::ranges::find(kKinds, kind, &KindRow::word) == kKinds.end())
-    return wrong_usage("list: " + kind + " is none of all, waypoints, tracks, routes, proximity, events");
+  if (!all && std::ranges::find(kKinds, kind, &KindRow::word) == kKinds.end()) {
+    return is_kind(kind) ? fail("Native text has no lines for " + kind + ".")
+                         : wrong_usage("list: there is no kind " + kind);
+  }
   const bool all_read = read_files({arguments.words.begin() + 1, arguments.words.end()});
   const TextOptions options = session_.text_options();
   const store::ItemStore& items = session_.items;
   textfile::TextWriter writer(items, session_.shift, session_.front_end);
   const auto list_items = [&](std::string_view word, int count,
                               const store::ItemRecord& (store::ItemStore::*item)(int) const) {
-    for (int i = 1; (all || kind == word) && i <= count; ++i)
-      print(writer.item_line((items.*item)(i), options));
+    for (int i = 1; (all || kind == word) && i <= count; ++i) print(writer.item_line((items.*item)(i), options));
   };
   list_items("waypoints", items.waypoint_count(), &store::ItemStore::waypoint);
   for (int number = 0; (all || kind == "routes") && number < store::kRouteCapacity; ++number) {
@@ -242,12 +241,10 @@ int ConsoleProgram::datums(const Arguments& arguments) {
   return kDone;
 }
 
-bool ConsoleProgram::read_positions(const std::vector<std::string>& words,
-                                    std::vector<geodesy::Position>& positions) {
+bool ConsoleProgram::read_positions(const std::vector<std::string>& words, std::vector<geodesy::Position>& positions) {
   for (std::size_t i = 0; i + 1 < words.size(); i += 2) {
     const std::string text = words[i] + " " + words[i + 1];
-    const geodesy::ParsedPosition parsed =
-        geodesy::parse_position(text, session_.shift.projection_ellipsoid());
+    const geodesy::ParsedPosition parsed = geodesy::parse_position(text, session_.shift.projection_ellipsoid());
     if (!parsed.position) {
       terminal_.write(base::utf8_text("\"" + text + "\" is no position: " + parsed.problem) + ".\n");
       return false;
@@ -264,8 +261,7 @@ int ConsoleProgram::shift(const Arguments& arguments) {
       session_.shift.convert_position_datum(arguments.from_datum, arguments.to_datum, positions[0]);
   print(base::format_text("%.9f %.9f", result.latitude, result.longitude));
   // An unknown datum counted as WGS-84, which was said.
-  const bool both_known =
-      session_.datums.find(arguments.from_datum) && session_.datums.find(arguments.to_datum);
+  const bool both_known = session_.datums.find(arguments.from_datum) && session_.datums.find(arguments.to_datum);
   return both_known ? kDone : kFailed;
 }
 
@@ -305,8 +301,7 @@ int ConsoleProgram::distance(const Arguments& arguments) {
 
 int ConsoleProgram::ports(const Arguments&) {
   const std::vector<serial::PortInfo> ports = serial::list_serial_ports();
-  if (ports.empty())
-    terminal_.write("This machine has no serial port. An adapter shows up when it is plugged in.\n");
+  if (ports.empty()) terminal_.write("This machine has no serial port. An adapter shows up when it is plugged in.\n");
   for (const serial::PortInfo& port : ports)
     print(port.description.empty() ? port.name : port.name + "  " + port.description);
   return kDone;

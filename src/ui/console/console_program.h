@@ -49,8 +49,7 @@ class ConsoleProgram {
 
   bool read_files(const std::vector<std::string>& files);
   bool write_outputs(const Arguments& arguments);
-  [[nodiscard]] bool read_positions(const std::vector<std::string>& words,
-                                    std::vector<geodesy::Position>& positions);
+  [[nodiscard]] bool read_positions(const std::vector<std::string>& words, std::vector<geodesy::Position>& positions);
   void print(std::string_view line);
 
   session::Session& session_;

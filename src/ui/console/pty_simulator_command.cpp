@@ -38,8 +38,7 @@ std::string save_contents(session::Session& session, Display& display, const std
   session.settings.GPS = store::Family::Garmin;
   session.apply_settings();
   session.items.clear_all();
-  if (!run_command(session, display, command_id("download-all")))
-    return "What the receiver holds could not be read.";
+  if (!run_command(session, display, command_id("download-all"))) return "What the receiver holds could not be read.";
   return session.files.save(file, session.text_options()) ? "" : "What the receiver holds was not saved.";
 }
 

@@ -1,0 +1,368 @@
+// What a receiver holds is what the stores hold after a download.
+#include <cmath>
+
+#include "garmin/product_table.h"
+#include "tests/support/rich_data.h"
+#include "tests/support/transfer_scenario.h"
+
+namespace {
+
+using garmin::Kind;
+using simulators::SimulatedData;
+using simulators::SimWaypoint;
+using store::ItemRecord;
+using support::all_records;
+using support::described;
+
+constexpr double kSemicircle = 180.0 / 2147483648.0;
+
+class GarminDownload : public support::TransferScenario {
+ protected:
+  static void expect_place(const ItemRecord& item, double latitude, double longitude) {
+    EXPECT_NEAR(item.position.latitude, latitude, kSemicircle) << described(item);
+    EXPECT_NEAR(item.position.longitude, longitude, kSemicircle) << described(item);
+  }
+
+  void expect_weekend_waypoint(const ItemRecord& item, const SimWaypoint& waypoint) {
+    expect_place(item, waypoint.latitude, waypoint.longitude);
+    EXPECT_EQ(item.ident, waypoint.ident);
+    EXPECT_EQ(item.comment, waypoint.comment);
+    EXPECT_EQ(item.altitude, waypoint.altitude);
+    EXPECT_EQ(item.symbol, waypoint.symbol);
+    EXPECT_EQ(item.display_mode, 3);
+    EXPECT_FALSE(store::is_known(item.depth));
+    EXPECT_EQ(item.time.seconds, 0U);
+    EXPECT_EQ(item.proximity_distance, waypoint.proximity.value_or(0));
+  }
+};
+
+TEST_F(GarminDownload, TheBuiltInWeekendArrivesComplete) {
+  start();  // the port "sim:garmin" as users have it
+  session->settings.SA_SortAfterInput = 0;
+  session->settings.ForceExactDupeRemoval = 1;
+  ASSERT_TRUE(download(Kind::All));
+  const SimulatedData weekend = simulators::believable_weekend();
+
+  ASSERT_EQ(items().waypoint_count(), 30);
+  for (std::size_t i = 0; i < 30; ++i)
+    expect_weekend_waypoint(items().waypoint(static_cast<int>(i) + 1), weekend.waypoints[i]);
+
+  ASSERT_EQ(items().route_count(), 3);
+  for (std::size_t i = 0; i < 3; ++i) {
+    const auto row = std::ranges::find_if(items().contents().routes, [&](const store::Route& route) {
+      return route.header && route.header->comment == weekend.routes[i].name;
+    });
+    ASSERT_NE(row, items().contents().routes.end()) << weekend.routes[i].name;
+    ASSERT_EQ(row->points.size(), weekend.routes[i].points.size());
+    for (std::size_t p = 0; p < row->points.size(); ++p) {
+      expect_weekend_waypoint(row->points[p], weekend.routes[i].points[p]);
+      EXPECT_EQ(row->points[p].has_route_link, p + 1 < row->points.size() ? 1 : 0);
+    }
+  }
+
+  ASSERT_EQ(items().track_point_count(), 1000);
+  ASSERT_EQ(items().track_count(), 2);
+  for (std::size_t i = 0; i < 1000; ++i) {
+    const ItemRecord& point = items().track_point(static_cast<int>(i) + 1);
+    const simulators::SimTrackPoint& sent = weekend.tracks[i / 500].points[i % 500];
+    expect_place(point, sent.latitude, sent.longitude);
+    EXPECT_EQ(point.time.seconds, sent.time);
+    EXPECT_EQ(point.altitude, sent.altitude);
+    EXPECT_FALSE(store::is_known(point.depth));
+  }
+  EXPECT_EQ(items().track_point(1).ident, "SATURDAY FELLS");
+  EXPECT_EQ(store::kColourNames[items().track_point(1).colour], "Red");
+  EXPECT_EQ(items().track_point(501).ident, "SUNDAY CANOE");
+  EXPECT_EQ(store::kColourNames[items().track_point(501).colour], "Blue");
+
+  ASSERT_EQ(items().proximity_count(), 3);
+  for (std::size_t i = 0; i < 3; ++i)
+    expect_weekend_waypoint(items().proximity(static_cast<int>(i) + 1), weekend.proximity[i]);
+
+  EXPECT_EQ(front_end.lines[3], "Waypoint download completed");
+  EXPECT_EQ(front_end.lines[4], "Tracks download completed");
+  EXPECT_EQ(front_end.lines[5], "Routes download completed");
+  EXPECT_EQ(front_end.lines[6], "Proximity download completed");
+  EXPECT_THAT(front_end.boxes, testing::IsEmpty());
+}
+
+TEST_F(GarminDownload, RoutePointsAreWaypointsTooUnlessDuplicatesAreUnwanted) {
+  for (const auto& [handling, exact, waypoints] :
+       {std::tuple(store::Duplicates::Merge, false, 55), std::tuple(store::Duplicates::Merge, true, 30),
+        std::tuple(store::Duplicates::Replace, false, 30), std::tuple(store::Duplicates::Ignore, false, 30)}) {
+    duplicates = handling;
+    removes_exact_duplicates = exact;
+    simulate(simulators::believable_weekend());
+    ASSERT_TRUE(download(Kind::Waypoints));
+    ASSERT_TRUE(download(Kind::Routes));
+    EXPECT_EQ(items().waypoint_count(), waypoints);
+    EXPECT_EQ(items().route_count(), 3);
+    const ItemRecord& point = items().route(items().contents().route_index).points.front();
+    EXPECT_GT(point.number, 0U);
+  }
+}
+
+// What is left of a waypoint in a waypoint or proximity format.
+struct Room {
+  int format;
+  std::size_t ident;
+  bool comment, altitude, depth, distance;
+  char symbol;  // '-' none, 'b' a byte, 's' one of 16, 'w' a word
+  bool display;
+  char colour;   // '-' none, '4' one of four, 'c' all
+  char details;  // '-' none, 'l' long ident, 'k' long ident with class, 'f' full, 'a' aviation
+  int record_type, user_class;
+};
+constexpr std::array kRooms{
+    Room{100, 6, true, false, false, false, '-', false, '-', '-', 0, 255},
+    Room{101, 6, true, false, false, true, 'b', false, '-', '-', 0, 255},
+    Room{102, 6, true, false, false, true, 'w', false, '-', '-', 0, 255},
+    Room{103, 6, true, false, false, false, 's', true, '-', '-', 0, 255},
+    Room{104, 6, true, false, false, true, 'w', true, '-', '-', 0, 255},
+    Room{105, 50, false, false, false, false, 'w', false, '-', 'l', 105, 255},
+    Room{106, 50, false, false, false, false, 'w', false, '-', 'k', 106, 0},
+    Room{107, 6, true, false, false, true, 's', true, '4', '-', 0, 255},
+    Room{108, 50, true, true, true, true, 'w', true, 'c', 'f', 108, 0},
+    Room{109, 50, true, true, true, true, 'w', true, 'c', 'f', 108, 0},
+    Room{110, 50, true, true, true, true, 'w', true, 'c', 'f', 108, 0},
+    Room{150, 6, true, false, false, false, '-', false, '-', 'a', 154, 4},
+    Room{151, 6, true, false, false, true, '-', false, '-', 'a', 151, 2},
+    Room{152, 6, true, false, false, true, '-', false, '-', 'a', 152, 4},
+    Room{154, 6, true, false, false, true, 'w', false, '-', 'a', 154, 4},
+    Room{155, 6, true, false, false, true, 'w', true, '-', 'a', 155, 4},
+    Room{400, 6, true, false, false, true, '-', false, '-', '-', 0, 255},
+    Room{403, 6, true, false, false, true, 's', true, '-', '-', 0, 255},
+    Room{450, 6, true, false, false, true, '-', false, '-', 'a', 154, 4},
+};
+
+void expect_symbol(ItemRecord& item, const Room& room, const SimWaypoint& waypoint) {
+  const bool is_harbour = waypoint.symbol == 150, is_peak = waypoint.symbol == 8246;
+  item.symbol_mode = room.symbol == '-' || room.symbol == 's' ? 2 : 0;
+  if (room.symbol == 'w') item.symbol = static_cast<std::int16_t>(waypoint.symbol);
+  if (room.symbol == 'b') item.symbol = is_harbour ? 150 : 18;  // the others do not fit into a byte, or are the dot
+  if (room.symbol == 's') item.symbol = is_harbour ? 5 : 0;
+  item.display_mode = room.display ? static_cast<std::int16_t>(waypoint.display_mode) : std::int16_t{3};
+  if (room.colour == 'c') item.colour = is_harbour ? 2 : is_peak ? 1 : 16;
+  if (room.colour == '4') item.colour = is_harbour ? 2 : is_peak ? 1 : 16;
+}
+
+ItemRecord expected(int format, const SimWaypoint& waypoint, char kind) {
+  const Room& room = *std::ranges::find(kRooms, format, &Room::format);
+  const bool is_user = waypoint.waypoint_class == 0;
+  ItemRecord item = store::blank_item();
+  item.kind = kind;
+  item.in_use = 1;
+  item.latitude_hemisphere = waypoint.latitude < 0 ? 'S' : 'N';
+  item.longitude_hemisphere = waypoint.longitude < 0 ? 'W' : 'E';
+  item.ident = waypoint.ident.substr(0, room.ident);
+  if (room.comment) item.comment = waypoint.comment;
+  if (room.altitude && waypoint.altitude) item.altitude = *waypoint.altitude;
+  if (room.depth && waypoint.depth) item.depth = *waypoint.depth;
+  if (room.distance) item.proximity_distance = waypoint.proximity.value_or(0);
+  expect_symbol(item, room, waypoint);
+  if (format == 110) item.time = {waypoint.time};
+  item.record_type = static_cast<std::uint16_t>(room.record_type);
+  item.waypoint_class = static_cast<std::uint8_t>(room.user_class);
+  if (room.details == 'l' || room.details == 'k') item.detail_kind = 1;
+  if (room.details == 'k' && !is_user) {
+    item.waypoint_class = 0x40;
+    std::fill_n(item.subclass.begin(), 13, std::uint8_t{0xAB});
+  }
+  if (room.details == 'k') item.link_ident = waypoint.link_ident;
+  if (kind == 'W' && item.detail_kind == 1) item.segment_flag = 2;
+  if (room.details == 'f') {
+    item.detail_kind = is_user ? 0 : 2;
+    item.waypoint_class = waypoint.waypoint_class;
+    item.subclass = waypoint.subclass;
+    item.facility = waypoint.facility;
+    item.address = waypoint.address;
+    item.cross_road = waypoint.cross_road;
+  }
+  if (room.details == 'a') {
+    if (!is_user) item.waypoint_class = 0;  // an airport
+    item.name = waypoint.name;
+    // An altitude of 0 at a user's waypoint is one that nobody has set; at an airport it is sea level.
+    const float metres = std::round(waypoint.altitude.value_or(0));
+    if (metres != 0 || !is_user) item.altitude = metres;
+  }
+  if (room.details == 'f' || room.details == 'a') {
+    item.city = waypoint.city;
+    item.state = waypoint.state;
+    item.country = waypoint.country;
+  }
+  return item;
+}
+
+void expect_waypoints(const std::vector<ItemRecord>& stored, int format, const std::vector<SimWaypoint>& sent,
+                      char kind) {
+  ASSERT_EQ(stored.size(), sent.size());
+  for (std::size_t i = 0; i < sent.size(); ++i) {
+    ItemRecord item = stored[i];
+    EXPECT_EQ(item.number, i + 1);
+    item.number = 0;
+    EXPECT_EQ(described(item), described(expected(format, sent[i], kind))) << "D" << format;
+    EXPECT_NEAR(item.position.latitude, sent[i].latitude, kSemicircle);
+    EXPECT_NEAR(item.position.longitude, sent[i].longitude, kSemicircle);
+  }
+}
+
+class EveryFormat : public GarminDownload {
+ protected:
+  void be(const simulators::GarminOptions& options) { simulate(data, options); }
+  [[nodiscard]] const garmin::Protocols& speaks() const { return session->garmin_selection.protocols(); }
+
+  void expect_all_waypoints() {
+    EXPECT_TRUE(download(Kind::Waypoints));
+    expect_waypoints(items().contents().waypoints, speaks().waypoint_data, data.waypoints, 'W');
+  }
+  void expect_all_proximity() {
+    EXPECT_TRUE(download(Kind::ProximityWaypoints));
+    expect_waypoints(items().contents().proximity, speaks().proximity_data, data.proximity, 'P');
+  }
+  void expect_route(bool with_links) {
+    items().clear_all();
+    EXPECT_TRUE(download(Kind::Routes));
+    ASSERT_EQ(items().route_count(), 1);
+    const int header = speaks().route_header;
+    const store::Route& route = items().route(header == 202 ? 0 : 7);  // D202 has no number
+    ASSERT_TRUE(route.header);
+    EXPECT_EQ(route.header->comment, header == 200 ? "" : "ROUND THE BAY");
+    expect_waypoints(items().contents().waypoints, speaks().route_waypoint, data.waypoints, 'W');
+    ASSERT_EQ(route.points.size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+      ItemRecord want = expected(speaks().route_waypoint, data.waypoints[i], 'W');
+      want.number = static_cast<std::uint32_t>(i + 1);
+      want.route_number = header == 202 ? 0 : 7;
+      if (with_links && i < 2) {
+        want.has_route_link = 1;
+        want.link_class = i == 0 ? 0x0102 : 3;
+        want.link_subclass = i == 0 ? data.routes[0].links[0]->subclass : simulators::kPlainSubclass;
+        if (i == 0) want.route_link_ident = "OVER THE HILL";
+        want.detail_kind = route.points[i].detail_kind;  // a test of its own looks at that
+      }
+      EXPECT_EQ(described(route.points[i]), described(want)) << "D" << speaks().route_waypoint;
+    }
+  }
+  void expect_track(std::string_view name, int colour) {
+    EXPECT_TRUE(download(Kind::Tracks));
+    ASSERT_EQ(items().track_point_count(), 3);
+    const bool heights = speaks().track_data != 300;
+    for (std::size_t i = 0; i < 3; ++i) {
+      const ItemRecord& point = items().track_point(static_cast<int>(i) + 1);
+      const simulators::SimTrackPoint& sent = data.tracks[0].points[i];
+      expect_place(point, sent.latitude, sent.longitude);
+      EXPECT_EQ(point.time.seconds, sent.time);
+      EXPECT_EQ(store::is_known(point.altitude), heights && sent.altitude);
+      EXPECT_EQ(store::is_known(point.depth), heights && sent.depth);
+      if (heights && sent.altitude) {
+        EXPECT_EQ(point.altitude, *sent.altitude);
+      }
+      if (heights && sent.depth) {
+        EXPECT_EQ(point.depth, *sent.depth);
+      }
+      const bool is_named = i == 0 && !name.empty();
+      EXPECT_EQ(point.segment_flag, is_named ? 2 : sent.starts_segment ? 1 : 0);
+      EXPECT_EQ(point.ident, is_named ? name : "");
+      if (is_named) {
+        EXPECT_EQ(point.colour, colour);
+      }
+    }
+  }
+
+  SimulatedData data = support::rich_data();
+};
+
+TEST_F(EveryFormat, EveryProductOfTheTableGivesAllThatItsFormatsHold) {
+  for (const garmin::ProductRow& row : garmin::kProducts) {
+    SCOPED_TRACE("product " + std::to_string(row.product_id) + ", limit " + std::to_string(row.version_limit));
+    const int version = row.version_limit == 0  ? 250
+                        : row.version_limit > 0 ? row.version_limit
+                                                : -row.version_limit - 1;
+    simulators::GarminOptions options;
+    options.product_id = row.product_id;
+    options.software_version = static_cast<std::int16_t>(version);
+    be(options);
+    expect_all_waypoints();
+    EXPECT_EQ(speaks().waypoint_data, row.waypoint_data);
+    EXPECT_EQ(speaks().link, row.link);
+    // Their closing packets carry command numbers that only the other link's receivers have.
+    if (row.link == 2) {
+      EXPECT_EQ(front_end.lines[4], "No Waypoint EOF received");
+    }
+    expect_route(false);
+    if (row.link == 2) {
+      EXPECT_EQ(front_end.lines[4], "No Route EOF received");
+    }
+    if (row.track_data != garmin::kNone) {
+      expect_track("", 0);
+    } else {
+      EXPECT_FALSE(download(Kind::Tracks));
+      EXPECT_EQ(front_end.lines[1], "Tracks not supported.");
+    }
+    if (row.link == 1 && row.proximity_data != garmin::kNone) expect_all_proximity();
+    EXPECT_THAT(front_end.boxes, testing::IsEmpty());
+  }
+}
+
+TEST_F(EveryFormat, EveryFormatThatAnArrayNamesGivesAllThatItHolds) {
+  struct Case {
+    int waypoint, proximity, header, track_header, track;
+  };
+  for (const Case& c : {Case{105, 107, 202, 310, 301}, Case{106, 108, 202, 312, 302}, Case{107, 109, 201, 310, 300},
+                        Case{108, 110, 202, 312, 301}, Case{109, 403, 202, 310, 302}, Case{110, 450, 202, 310, 301},
+                        Case{154, 154, 200, 312, 300}, Case{155, 155, 201, 310, 301}}) {
+    SCOPED_TRACE(c.waypoint);
+    simulators::GarminOptions options;
+    options.protocols = base::format_text("P000 L001 A010 A100 D%d A201 D%d D%d D210 A301 D%d D%d A400 D%d", c.waypoint,
+                                          c.header, c.waypoint, c.track_header, c.track, c.proximity);
+    be(options);
+    expect_all_waypoints();
+    expect_route(true);
+    expect_track("OUT AND BACK", 2);
+    expect_all_proximity();
+    EXPECT_THAT(front_end.boxes, testing::IsEmpty());
+  }
+}
+
+TEST_F(GarminDownload, ARoutePointWithALinkIsMarkedAsHavingOne) {
+  simulate(support::short_weekend());
+  EXPECT_TRUE(download(Kind::Routes));
+  const std::vector<ItemRecord>& points = items().route(1).points;
+  ASSERT_EQ(points.size(), 3U);
+  EXPECT_EQ(points[0].detail_kind, store::kRouteLinkDetails);
+  EXPECT_EQ(points[1].detail_kind, store::kRouteLinkDetails);
+  EXPECT_EQ(points[2].detail_kind, store::kNoDetails);
+}
+
+TEST_F(GarminDownload, AReceiverWithoutProximityWaypointsStillGivesEverythingElse) {
+  simulators::GarminOptions options;
+  options.product_id = 31;
+  simulate(support::short_weekend(), options);
+  EXPECT_TRUE(download(Kind::All));
+  EXPECT_EQ(front_end.lines[1], "Proximity waypoints not supported.");
+  EXPECT_EQ(front_end.lines[5], "Routes download completed");
+  EXPECT_EQ(items().waypoint_count(), 13);
+  EXPECT_EQ(items().track_point_count(), 10);
+}
+
+TEST_F(GarminDownload, AReceiverOfTheOtherLinkGivesItsWaypointsAndRoutesWithoutATimeOut) {
+  simulators::GarminOptions options;
+  options.product_id = 20;
+  simulate(support::short_weekend(), options);
+  EXPECT_TRUE(download(Kind::All));
+  EXPECT_EQ(items().waypoint_count(), 13);
+  EXPECT_EQ(items().route_count(), 3);
+  EXPECT_THAT(front_end.boxes, testing::IsEmpty());
+}
+
+TEST_F(GarminDownload, AnEmptyReceiverSaysSoKindByKind) {
+  simulate({});
+  EXPECT_TRUE(download(Kind::All));
+  for (const char* kind : {"Waypoint", "Track", "Proximity Waypoint"})
+    EXPECT_TRUE(was_said(1, "GPS: No " + std::string(kind) + " records to send")) << kind;
+  EXPECT_TRUE(was_said(4, "GPS: No Route records to send"));
+  EXPECT_FALSE(was_said(4, "EOF"));
+  EXPECT_TRUE(items().empty());
+}
+
+}  // namespace
