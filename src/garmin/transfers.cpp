@@ -124,10 +124,8 @@ bool GarminTransfers::stop_after(Outcome outcome) {
     close_port();
     front_end_.message_box("Download", "Serial Port Timeout");
     if (!port_.lost()) {
-      front_end_.write_line(3,
-                            base::format_text("The receiver on %s stopped answering. What has arrived is kept; check "
-                                              "the cable and download again.",
-                                              port_.port_name().c_str()));
+      front_end_.write_line(3, "The transfer from " + port_.port_name() +
+                                   " broke off. What has arrived is kept; check the cable and download again.");
     }
     return true;
   }

@@ -18,6 +18,8 @@ volatile std::sig_atomic_t interrupts = 0;
 extern "C" void count_interrupt(int) { interrupts = interrupts + 1; }
 
 constexpr char kEscape = 27;
+// All that ask the program to end: the port must be put back first, whoever asks.
+constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP};
 
 class TermiosTerminal : public Terminal {
  public:
@@ -36,8 +38,7 @@ class TermiosTerminal : public Terminal {
     interrupts = 0;
     struct sigaction action {};
     action.sa_handler = count_interrupt;
-    sigaction(SIGINT, &action, &old_interrupt_);
-    sigaction(SIGTERM, &action, &old_termination_);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &action, &old_actions_[i]);
     // A background job must not touch the terminal: the system would stop it.
     raw_ = tcgetattr(STDIN_FILENO, &old_settings_) == 0 && tcgetpgrp(STDIN_FILENO) == getpgrp();
     if (!raw_) return;
@@ -52,8 +53,7 @@ class TermiosTerminal : public Terminal {
     if (!reading_) return;
     reading_ = false;
     if (raw_) tcsetattr(STDIN_FILENO, TCSANOW, &old_settings_);
-    sigaction(SIGINT, &old_interrupt_, nullptr);
-    sigaction(SIGTERM, &old_termination_, nullptr);
+    for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &old_actions_[i], nullptr);
   }
 
   bool take_esc() override {
@@ -80,8 +80,7 @@ class TermiosTerminal : public Terminal {
   bool reading_ = false;
   bool raw_ = false;
   termios old_settings_{};
-  struct sigaction old_interrupt_ {};
-  struct sigaction old_termination_ {};
+  std::array<struct sigaction, kSignals.size()> old_actions_{};
 };
 
 }  // namespace
