@@ -20,6 +20,7 @@ using store::ItemRecord;
 constexpr std::uint16_t kFullIdentType = 105;
 constexpr std::uint16_t kLinkIdentType = 106;
 constexpr std::uint16_t kDetailType = 108;
+constexpr std::uint16_t kLastDetailType = 110;
 constexpr std::size_t kOldSubclassSize = 13;  // of type 106
 constexpr std::size_t kLongestOldIdent = 40;  // that a c1 or c2 line can give
 constexpr std::size_t kLongestEmptyLink = 4;
@@ -73,13 +74,14 @@ std::vector<std::string_view> split_fields(std::string_view text, std::size_t co
 template <typename Number>
 void read_field(std::string_view text, Number& number) {
   const std::optional<long long> value = base::parse_integer(base::trim_blanks(text));
-  if (value && *value >= 0 && *value <= std::numeric_limits<Number>::max())
-    number = static_cast<Number>(*value);
+  if (value && *value >= 0 && *value <= std::numeric_limits<Number>::max()) number = static_cast<Number>(*value);
 }
 
-// Deliberate : user waypoints keep the fields and yet are marked as having none, as receivers send them.
+// Deliberate : user waypoints keep the fields and yet are marked as having none, as receivers send them. So
+// are waypoints that c6 gives no type: heights or long texts alone do not make a type 108 of them.
 void set_full_details(ItemRecord& item) {
-  item.detail_kind = item.waypoint_class == 0 ? store::kNoDetails : store::kFullDetails;
+  const bool is_marked = item.waypoint_class != 0 && item.record_type != 0;
+  item.detail_kind = is_marked ? store::kFullDetails : store::kNoDetails;
 }
 
 // Each takes the text after "cN " and gives the error to report, or an empty one.
@@ -96,8 +98,9 @@ std::string_view read_full_ident(std::string_view text, ItemRecord& item) {
 std::string_view read_link_ident(std::string_view text, ItemRecord& item) {
   item.detail_kind = store::kLongIdentDetails;
   item.record_type = kLinkIdentType;
-  // Deliberate : so short a text is what older files hold in the place of no link.
-  item.link_ident = text.size() <= kLongestEmptyLink ? std::string_view() : text;
+  // Deliberate : so short a text is what older files hold in the place of no link. A link as short as that
+  // has blanks behind it.
+  item.link_ident = text.size() <= kLongestEmptyLink ? std::string_view() : base::trim_trailing_blanks(text);
   return {};
 }
 
@@ -123,8 +126,7 @@ std::string_view read_heights(std::string_view text, ItemRecord& item) {
   constexpr std::string_view kError = "c5 line error";
   const std::vector<std::string_view> fields = base::split(text, ',');
   float altitude = 0, depth = 0;
-  if (fields.size() != 3 || !read_metres(fields[0], altitude) || !read_metres(fields[1], depth))
-    return kError;
+  if (fields.size() != 3 || !read_metres(fields[0], altitude) || !read_metres(fields[1], depth)) return kError;
   if (!read_class(fields[2], item)) return kError;
   item.altitude = altitude;
   item.depth = depth;
@@ -153,8 +155,7 @@ std::string_view read_route_link(std::string_view text, ItemRecord& item) {
   const std::string_view numbers = base::trim_blanks(text.substr(comma + 1));
   const std::optional<std::uint16_t> link_class = read_hex<std::uint16_t>(numbers.substr(0, 4));
   if (!link_class) return "c7 line error Class";
-  const std::optional<std::vector<std::uint8_t>> bytes =
-      read_hex_bytes(numbers.substr(4), item.link_subclass.size());
+  const std::optional<std::vector<std::uint8_t>> bytes = read_hex_bytes(numbers.substr(4), item.link_subclass.size());
   // Deliberate : the text names c5, as users of these files know it.
   if (!bytes) return "c5 line error SubClass";
   item.has_route_link = 1;
@@ -179,28 +180,51 @@ bool has_class(const ItemRecord& item) {
   return item.waypoint_class != 0 && item.waypoint_class != store::kClassNotSet;
 }
 
+bool is_place_type(std::uint16_t type) { return type == 151 || type == 152 || type == 154 || type == 155; }
+
 bool any_set(std::span<const std::uint8_t> bytes) {
   return std::any_of(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte != 0; });
 }
 
-bool needs_place_line(const ItemRecord& item) {
-  constexpr std::array<std::uint16_t, 4> kPlaceTypes{151, 152, 154, 155};
-  return std::find(kPlaceTypes.begin(), kPlaceTypes.end(), item.record_type) != kPlaceTypes.end() ||
-         !item.name.empty() || !item.state.empty() || !item.country.empty();
-}
+bool is_given(float metres) { return store::is_known(metres) && std::isfinite(metres); }
 
-bool needs_full_lines(const ItemRecord& item) {
-  if (item.detail_kind == store::kFullDetails || (item.record_type >= kDetailType && item.record_type <= 110))
-    return true;
-  if (store::is_known(item.altitude) || store::is_known(item.depth)) return true;
-  if (!item.facility.empty() || !item.city.empty() || !item.address.empty() || !item.cross_road.empty())
-    return true;
-  // What c1 to c3 carry is not said twice.
-  if (item.detail_kind == store::kLongIdentDetails)
-    return item.ident.size() > kLongestOldIdent ||
-           any_set(std::span(item.subclass).subspan(kOldSubclassSize));
-  return item.ident.size() > kLongIdent || has_class(item) || any_set(item.subclass) ||
-         item.link_ident.size() > kLongestEmptyLink;
+// The detail lines that a record needs, so that a reader ends with the same record.
+struct NeededLines {
+  bool ident = false;         // c1: sets type 105
+  bool link = false;          // c2: sets type 106
+  bool old_class = false;     // c3: sets type 106
+  bool full = false;          // c5 and c6
+  std::uint16_t of_type = 0;  // what c6 says, by which a reader tells kind 2 from none
+  bool place_before = false;  // c4 ...
+  bool place_after = false;   // ... behind the others when they would set another type
+};
+
+NeededLines needed_lines(const ItemRecord& item) {
+  const std::uint16_t type = item.record_type;
+  const bool has_old_kind = item.detail_kind == store::kLongIdentDetails;
+  const bool has_full_kind = item.detail_kind == store::kFullDetails && item.waypoint_class != 0;
+  const bool has_link = !item.link_ident.empty();
+  NeededLines needed;
+  needed.ident = has_old_kind;
+  needed.old_class = has_old_kind && (type != kFullIdentType || has_link || has_class(item));
+  needed.link = needed.old_class || has_link;
+
+  const bool c1_says_all = needed.ident && !needed.old_class;
+  const auto unsaid_subclass = std::span(item.subclass).subspan(needed.old_class ? kOldSubclassSize : 0);
+  needed.full = has_full_kind || (type >= kDetailType && type <= kLastDetailType) || is_given(item.altitude) ||
+                is_given(item.depth) || item.ident.size() > (c1_says_all ? kLongestOldIdent : kLongIdent) ||
+                !item.facility.empty() || !item.city.empty() || !item.address.empty() || !item.cross_road.empty() ||
+                has_class(item) || any_set(unsaid_subclass) || (has_link && !has_old_kind);
+  needed.of_type = type;  // unless a reader would find another kind; c4 then puts the type right
+  if (has_full_kind && type == 0) needed.of_type = kDetailType;
+  if (!has_full_kind && !has_old_kind && item.waypoint_class != 0) needed.of_type = 0;
+
+  std::uint16_t type_read = needed.full ? needed.of_type : 0;
+  if (needed.ident) type_read = needed.old_class ? kLinkIdentType : kFullIdentType;
+  needed.place_after = (needed.full || needed.ident) && type_read != type;
+  needed.place_before = !needed.place_after && (type_read != type || is_place_type(type) || !item.name.empty() ||
+                                                !item.state.empty() || !item.country.empty());
+  return needed;
 }
 
 void append_text_line(std::string& out, std::string_view head, std::string_view text) {
@@ -210,9 +234,7 @@ void append_text_line(std::string& out, std::string_view head, std::string_view 
 }
 
 std::string metres_text(float metres) {
-  return store::is_known(metres) && std::isfinite(metres)
-             ? base::format_text("%8.1f", static_cast<double>(metres))
-             : "1e24";
+  return is_given(metres) ? base::format_text("%8.1f", static_cast<double>(metres)) : "1e24";
 }
 
 constexpr std::string_view kCapitalDigits = "0123456789ABCDEF";
@@ -232,15 +254,6 @@ void append_class(std::string& out, const ItemRecord& item, std::size_t subclass
   }
 }
 
-void append_old_lines(std::string& out, const ItemRecord& item) {
-  append_text_line(out, "c1 ", item.ident);
-  if (item.record_type == kFullIdentType && item.link_ident.empty() && !has_class(item)) return;
-  append_text_line(out, "c2 ", item.link_ident);
-  out += "c3 ";
-  append_class(out, item, kOldSubclassSize);
-  out += '\n';
-}
-
 void append_fields(std::string& out, std::string_view head, std::initializer_list<std::string_view> fields) {
   out += head;
   for (const std::string_view field : fields) {
@@ -249,12 +262,29 @@ void append_fields(std::string& out, std::string_view head, std::initializer_lis
   }
 }
 
-void append_full_lines(std::string& out, const ItemRecord& item) {
+void append_place(std::string& out, const ItemRecord& item) {
+  append_fields(out, "c4 ", {item.name, item.city, item.state, item.country});
+  out += std::to_string(item.waypoint_class) + ";" + std::to_string(item.record_type) + ";\n";
+}
+
+void append_full_lines(std::string& out, const ItemRecord& item, std::uint16_t type) {
   out += "c5 " + metres_text(item.altitude) + ", " + metres_text(item.depth) + ", ";
   append_class(out, item, item.subclass.size());
   append_fields(out, "\nc6 ", {item.ident, item.facility, item.city, item.address, item.cross_road});
-  const bool of_no_type = item.detail_kind == store::kFullDetails && item.record_type == 0;
-  out += std::to_string(of_no_type ? kDetailType : item.record_type) + ";\n";
+  out += std::to_string(type) + ";\n";
+}
+
+// With blanks behind a link so short that it would be read as none.
+void append_link(std::string& out, std::string_view link) {
+  std::string text(link);
+  if (!link.empty() && link.size() <= kLongestEmptyLink) text.resize(kLongestEmptyLink + 1, ' ');
+  append_text_line(out, "c2 ", text);
+}
+
+void append_old_class(std::string& out, const ItemRecord& item) {
+  out += "c3 ";
+  append_class(out, item, kOldSubclassSize);
+  out += '\n';
 }
 
 void append_route_link(std::string& out, const ItemRecord& item) {
@@ -288,16 +318,17 @@ void read_detail_line(std::string_view line, ItemRecord& item, base::FrontEnd& f
   if (!error.empty()) front_end.write_line(1, std::string(error) + ": '" + std::string(line) + "'");
 }
 
-// The last of c1 to c6 decides the detail kind that a reader finds.
+// The last of c1 to c6, c4 excepted, decides the detail kind that a reader finds: c5 and c6 stand behind a lone
+// c2 and before c1.
 void append_detail_lines(std::string& out, const ItemRecord& item) {
-  const bool old_kind = item.detail_kind == store::kLongIdentDetails;
-  if (needs_place_line(item)) {
-    append_fields(out, "c4 ", {item.name, item.city, item.state, item.country});
-    out += std::to_string(item.waypoint_class) + ";" + std::to_string(item.record_type) + ";\n";
-  }
-  if (!old_kind && item.link_ident.size() > kLongestEmptyLink) append_text_line(out, "c2 ", item.link_ident);
-  if (needs_full_lines(item)) append_full_lines(out, item);
-  if (old_kind) append_old_lines(out, item);
+  const NeededLines needed = needed_lines(item);
+  if (needed.place_before) append_place(out, item);
+  if (needed.link && !needed.ident) append_link(out, item.link_ident);
+  if (needed.full) append_full_lines(out, item, needed.of_type);
+  if (needed.ident) append_text_line(out, "c1 ", item.ident);
+  if (needed.link && needed.ident) append_link(out, item.link_ident);
+  if (needed.old_class) append_old_class(out, item);
+  if (needed.place_after) append_place(out, item);
   if (item.has_route_link != 0) append_route_link(out, item);
 }
 

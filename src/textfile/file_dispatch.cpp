@@ -8,32 +8,30 @@
 
 #include "base/safe_file.h"
 #include "base/text.h"
-#include "textfile/text_layout.h"
+#include "textfile/line_cursor.h"
 
 namespace textfile {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string extension_of(const fs::path& path) { return path.extension().string(); }
+// A bare ".txt" is an extension too, though the library takes it for a name without one.
+std::string extension_of(const fs::path& path) {
+  const std::string name = path.filename().string();
+  return name.substr(std::min(name.rfind('.'), name.size()));
+}
 
 bool has_extension(const fs::path& path, std::string_view extension) {
   return !extension.empty() && base::equal_ignoring_case(extension_of(path), extension);
 }
 
-// The first line that is not empty, as far as a line is read at once; nothing when there is none.
-std::optional<std::string> first_line(std::istream& file) {
-  const auto is_line_end = [](int c) { return c == '\n' || c == '\r'; };
-  std::string line;
-  for (int c = file.get(); c != std::istream::traits_type::eof() && line.size() < kLongestLine;
-       c = file.get()) {
-    if (!is_line_end(c)) {
-      line += static_cast<char>(c);
-    } else if (!line.empty()) {
-      break;
-    }
-  }
-  return line.empty() ? std::nullopt : std::optional(line);
+// The first line that is not empty, as far as a line is read at once; empty when there is none.
+std::string first_line(std::istream& file) {
+  while (file.peek() == '\n' || file.peek() == '\r') file.ignore();
+  std::string head(kLongestLine, '\0');
+  file.read(head.data(), static_cast<std::streamsize>(head.size()));
+  head.resize(static_cast<std::size_t>(file.gcount()));
+  return std::string(LineCursor(head).next());
 }
 
 // When the file was last changed, as a date text in UTC; nothing when the system does not say.
@@ -51,9 +49,8 @@ FileDispatch::FileDispatch(std::span<const FileFormat> formats, FileContext cont
     : formats_(formats), context_(std::move(context)) {}
 
 int FileDispatch::input_type(const fs::path& path) const {
-  const auto row = std::find_if(formats_.begin(), formats_.end(), [&](const FileFormat& format) {
-    return has_extension(path, format.input_extension);
-  });
+  const auto row = std::find_if(formats_.begin(), formats_.end(),
+                                [&](const FileFormat& format) { return has_extension(path, format.input_extension); });
   return row == formats_.end() ? content_type(path) : row->code;
 }
 
@@ -61,17 +58,17 @@ int FileDispatch::content_type(const fs::path& path) const {
   std::error_code error;
   std::ifstream file(path, std::ios::binary);
   if (!file || fs::is_directory(path, error)) return kCannotOpen;
-  const std::optional<std::string> line = first_line(file);
-  if (!line) return kUnknownType;
+  const std::string line = first_line(file);
+  if (line.empty()) return kUnknownType;
   const auto row = std::find_if(formats_.begin(), formats_.end(), [&](const FileFormat& format) {
-    return format.recognises != nullptr && format.recognises(*line);
+    return format.recognises != nullptr && format.recognises(line);
   });
   return row == formats_.end() ? kUnknownType : row->code;
 }
 
 const FileFormat* FileDispatch::format_of(int code) const {
-  const auto row = std::find_if(formats_.begin(), formats_.end(),
-                                [code](const FileFormat& format) { return format.code == code; });
+  const auto row =
+      std::find_if(formats_.begin(), formats_.end(), [code](const FileFormat& format) { return format.code == code; });
   return row == formats_.end() ? nullptr : &*row;
 }
 
@@ -114,9 +111,8 @@ std::optional<std::string> FileDispatch::openit(const fs::path& path) {
 }
 
 const FileFormat* FileDispatch::writer_of(const fs::path& path) const {
-  const auto row = std::find_if(formats_.begin(), formats_.end(), [&](const FileFormat& format) {
-    return has_extension(path, format.output_extension);
-  });
+  const auto row = std::find_if(formats_.begin(), formats_.end(),
+                                [&](const FileFormat& format) { return has_extension(path, format.output_extension); });
   return row == formats_.end() ? format_of(kNativeText) : &*row;
 }
 
@@ -124,8 +120,8 @@ bool FileDispatch::save(const fs::path& path, const TextOptions& options) {
   const FileFormat* const format = writer_of(path);
   if (format == nullptr || format->write == nullptr) {
     const std::string type(format == nullptr ? "a file of unknown type" : format->name);
-    context_.front_end.message_box(
-        "open_output", path.string() + " would be " + type + ": this type of file cannot be written yet.");
+    context_.front_end.message_box("open_output",
+                                   path.string() + " would be " + type + ": this type of file cannot be written yet.");
     return false;
   }
   if (has_extension(path, ".txt") && context_.store.empty()) {
@@ -144,8 +140,7 @@ int FileDispatch::open_output(const fs::path& path, std::string_view contents) {
   const std::string reason = base::save_file(path, contents);
   if (reason.empty()) return 1;
   context_.front_end.message_box("open_output", "Can't open output file " + path.string());
-  context_.front_end.write_line(
-      3, "Nothing was saved (" + reason + "): choose another folder or name, or make room.");
+  context_.front_end.write_line(3, "Nothing was saved (" + reason + "): choose another folder or name, or make room.");
   return 0;
 }
 

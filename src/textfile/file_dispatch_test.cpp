@@ -16,9 +16,7 @@ using testing::StartsWith;
 
 template <std::size_t N>
 struct Literal {
-  constexpr Literal(const char (&text)[N]) {
-    std::copy_n(text, N, characters);
-  }  // NOLINT: a text is what it holds
+  constexpr Literal(const char (&text)[N]) { std::copy_n(text, N, characters); }  // NOLINT: a text is what it holds
   char characters[N];
 };
 template <Literal text>
@@ -53,10 +51,8 @@ constexpr std::array kFormats{
                .input_extension = ".FWP",
                .output_extension = ".FWP",
                .recognises = recognises_comma_waypoints},
-    FileFormat{.code = 14,
-               .name = "a file of comma-separated values",
-               .input_extension = ".CSV",
-               .output_extension = ".CSV"},
+    FileFormat{
+        .code = 14, .name = "a file of comma-separated values", .input_extension = ".CSV", .output_extension = ".CSV"},
     FileFormat{.name = "an IGC track file", .input_extension = "", .output_extension = ".IGC"},
     FileFormat{.code = kNativeText,
                .name = "a text file",
@@ -99,14 +95,12 @@ TEST_F(Dispatch, TheTypeIsToldByTheExtensionOrElseByTheFirstLine) {
     int type;
   };
   for (const Case& c :
-       {Case{"route.txt", "OziExplorer Route File Version 1.0\n", 18},
-        Case{"noextension", "W  HOME\n", kNativeText}, Case{"anything.csv", "W  HOME\n", 14},
-        Case{"upper.CsV", "", 14}, Case{"commas.dat", "Home,1,2,3,4\n", 10},
-        Case{"lowercase.dat", "home,1,2,3,4\n", kUnknownType},
-        Case{"comment.dat", "#a,b,c,d,e\n", kUnknownType}, Case{"five.dat", "W,1,2,3,4,5\n", kNativeText},
-        Case{"late.dat", "\r\n\n\nOziExplorer Track Point File\r\n", 16},
-        Case{"proximity", "P  HOME\n", kNativeText}, Case{"zone", "Z 5\n", kNativeText},
-        Case{"blank", " x\n", kNativeText}, Case{"igc.igc", "AXXX\n", kUnknownType},
+       {Case{"route.txt", "OziExplorer Route File Version 1.0\n", 18}, Case{"noextension", "W  HOME\n", kNativeText},
+        Case{"anything.csv", "W  HOME\n", 14}, Case{"upper.CsV", "", 14}, Case{"commas.dat", "Home,1,2,3,4\n", 10},
+        Case{"lowercase.dat", "home,1,2,3,4\n", kUnknownType}, Case{"comment.dat", "#a,b,c,d,e\n", kUnknownType},
+        Case{"five.dat", "W,1,2,3,4,5\n", kNativeText},
+        Case{"late.dat", "\r\n\n\nOziExplorer Track Point File\r\n", 16}, Case{"proximity", "P  HOME\n", kNativeText},
+        Case{"zone", "Z 5\n", kNativeText}, Case{"blank", " x\n", kNativeText}, Case{"igc.igc", "AXXX\n", kUnknownType},
         Case{"empty.txt", "", kUnknownType}, Case{"lines.txt", "\n\n\n", kUnknownType},
         Case{"long.txt", std::string_view("W\0W", 3), kNativeText}}) {
     EXPECT_EQ(dispatch.input_type(file(c.name, c.contents)), c.type) << c.name;
@@ -122,8 +116,7 @@ TEST_F(Dispatch, AFileIsReadAnnouncedAndSortedWhereThatIsWanted) {
   EXPECT_EQ(store.waypoint(1).ident, "A");
   EXPECT_THAT(front_end.boxes, IsEmpty());
   // Deliberate : nothing between name and date.
-  EXPECT_THAT(front_end.lines[1],
-              testing::MatchesRegex("reading: .*two.txt[A-Z][a-z][a-z] [A-Z][a-z][a-z] .* 20.."));
+  EXPECT_THAT(front_end.lines[1], testing::MatchesRegex("reading: .*two.txt[A-Z][a-z][a-z] [A-Z][a-z][a-z] .* 20.."));
   EXPECT_GT(front_end.title_refreshes, 0);
   settings.SA_SortAfterInput = 0;
   store.clear_all();
@@ -142,8 +135,7 @@ TEST_F(Dispatch, WhatCannotBeReadIsSaidInOneBox) {
         Case{file("bad.txt", "W  nothing\n"),
              "No Valid input records in file: '" + (folder / "bad.txt").string() + "'"},
         Case{file("a.plt", kTwoWaypoints),
-             (folder / "a.plt").string() +
-                 " is an OziExplorer track file: this type of file cannot be read yet."}}) {
+             (folder / "a.plt").string() + " is an OziExplorer track file: this type of file cannot be read yet."}}) {
     front_end.boxes.clear();
     EXPECT_FALSE(dispatch.do_input(c.path));
     EXPECT_THAT(front_end.boxes, ElementsAre(Pair("do_input", c.text)));
@@ -169,9 +161,12 @@ TEST_F(Dispatch, SavingChoosesTheWriterByExtensionAndNeverPutsTextIntoAnotherTyp
 }
 
 TEST_F(Dispatch, EmptyStoresAreNotSavedAsTxtAndGiveAHeaderUnderAnotherName) {
-  EXPECT_FALSE(dispatch.save(folder / "new.txt", options));
-  EXPECT_EQ(front_end.lines[1], "Save aborted -- No .txt information to save!");
-  EXPECT_FALSE(std::filesystem::exists(folder / "new.txt"));
+  for (const std::string name : {"new.txt", "NEW.TXT", ".txt"}) {
+    front_end.lines.clear();
+    EXPECT_FALSE(dispatch.save(folder / name, options)) << name;
+    EXPECT_EQ(front_end.lines[1], "Save aborted -- No .txt information to save!");
+    EXPECT_FALSE(std::filesystem::exists(folder / name));
+  }
   EXPECT_TRUE(dispatch.save(folder / "new.dat", options));
   EXPECT_THAT(contents_of("new.dat"), HasSubstr("M DMM"));
 }
@@ -180,8 +175,7 @@ TEST_F(Dispatch, ASaveThatFailsLeavesTheOldFileAndSaysWhatToDo) {
   EXPECT_TRUE(dispatch.do_input(file("two.txt", kTwoWaypoints)));
   const std::filesystem::path nowhere = folder / "two.txt" / "out.txt";
   EXPECT_FALSE(dispatch.save(nowhere, options));
-  EXPECT_THAT(front_end.boxes,
-              ElementsAre(Pair("open_output", "Can't open output file " + nowhere.string())));
+  EXPECT_THAT(front_end.boxes, ElementsAre(Pair("open_output", "Can't open output file " + nowhere.string())));
   EXPECT_THAT(front_end.lines[3], HasSubstr("choose another folder"));
   EXPECT_EQ(contents_of("two.txt"), kTwoWaypoints);
   EXPECT_FALSE(dispatch.save(folder, options));

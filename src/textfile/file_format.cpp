@@ -20,8 +20,7 @@ bool recognises_native_text(std::string_view first_line) {
 }
 
 bool recognises_comma_waypoints(std::string_view first_line) {
-  return has_four_commas(first_line) &&
-         begins_with_one_of(first_line, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-");
+  return has_four_commas(first_line) && begins_with_one_of(first_line, "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-");
 }
 
 int read_native_text(const FileContext& context, std::string_view contents, const std::string& file_name) {

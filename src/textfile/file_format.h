@@ -29,8 +29,7 @@ inline constexpr int kCannotOpen = -2;
 inline constexpr int kUnknownType = 0;
 inline constexpr int kNativeText = 1;
 
-// Extensions with their dot, in any letter case. A row without reader or writer is a type that is refused by
-// name.
+// Extensions with their dot, in any letter case. A row without reader or writer is a type that is refused by name.
 struct FileFormat {
   int code = kUnknownType;                 // of the input type; 0: the type is only written
   std::string_view name = {};              // "an OziExplorer track file"
@@ -47,11 +46,9 @@ struct FileFormat {
 // The row of native text is made of these. Its first line begins with a kind letter, '#', '!', ';', a blank
 // or a digit, and does not hold exactly four commas.
 [[nodiscard]] bool recognises_native_text(std::string_view first_line);
-[[nodiscard]] int read_native_text(const FileContext& context, std::string_view contents,
-                                   const std::string& file_name);
+[[nodiscard]] int read_native_text(const FileContext& context, std::string_view contents, const std::string& file_name);
 // An output datum that nobody knows is reported, and the file is in WGS-84 and says so.
-[[nodiscard]] std::optional<std::string> write_native_text(const FileContext& context,
-                                                           const TextOptions& options);
+[[nodiscard]] std::optional<std::string> write_native_text(const FileContext& context, const TextOptions& options);
 // Exactly four commas and a capital, digit or '-' at the start: a comma-separated waypoint file.
 [[nodiscard]] bool recognises_comma_waypoints(std::string_view first_line);
 

@@ -45,9 +45,7 @@ std::optional<double> read_angle(std::string_view text, const AngleColumns& colu
   std::array<double, 3> number{};
   const char* at = text.data() + 1;
   const char* const end = text.data() + text.size();
-  const auto skip_blanks = [&] {
-    at = std::find_if(at, end, [](char c) { return c != ' ' && c != kDegreeSign; });
-  };
+  const auto skip_blanks = [&] { at = std::find_if(at, end, [](char c) { return c != ' ' && c != kDegreeSign; }); };
   for (std::size_t i = 0; i < parts; ++i) {
     skip_blanks();
     if (at == end || !is_digit(*at)) return std::nullopt;
@@ -79,13 +77,35 @@ std::optional<Position> read_degrees(std::string_view text, Notation notation) {
 
 constexpr std::string_view kBandLetters = "CDEFGHJKLMNPQRSTUVWXY";
 
+constexpr double kUtmSouthEnd = -80, kUtmNorthEnd = 84;  // both belong to UTM, beyond them is UPS
+
+// Degrees: on the other side of an edge, and yet no tenth of a metre. Not the next number: beside 0 that would be
+// lost in the projection.
+constexpr double kBeside = 1e-11;
+
 // Rounded to tenths of a metre, a position may lie just outside the zone or band that the text names, and
-// would print as the next one. Only that much is put right.
+// would print as the next one. Only that much is put right. `low` is inside, `high` is not.
 double put_inside(double value, double low, double high) {
   constexpr double kRounding = 5e-6;  // degrees: 5 cm in longitude at 84 degrees of latitude
   if (value < low && value > low - kRounding) return low;
-  if (value >= high && value < high + kRounding) return std::nextafter(high, low);
+  if (value >= high && value < high + kRounding) return high - kBeside;
   return value;
+}
+
+void put_inside_zone(Position& position, int zone, std::size_t band) {
+  const double south = kUtmSouthEnd + 8.0 * static_cast<double>(band);
+  const double north = std::min(south + 8, kUtmNorthEnd);
+  position.latitude = put_inside(position.latitude, south, north);
+  position.longitude = put_inside(position.longitude, zone * 6.0 - 186, zone * 6.0 - 180);
+}
+
+void put_inside_polar_cap(Position& position, char letter) {
+  position.latitude = letter < 'N' ? put_inside(position.latitude, -90, kUtmSouthEnd)
+                                   : put_inside(position.latitude, kUtmNorthEnd + kBeside, 91);
+  // The meridians of 0 and 180, and the pole, are of the west too when the letter says so.
+  const bool west = letter == 'A' || letter == 'Y';
+  if (west && position.longitude == 0) position.longitude = -kBeside;
+  if (west && position.longitude == 180) position.longitude = -180;
 }
 
 // Zone and band ("14S", at the poles "00Y"), easting and northing in metres.
@@ -103,12 +123,10 @@ std::optional<Position> read_utm(std::string_view text, const geodesy::Ellipsoid
   if (!easting || *easting < 0 || *easting > (polar ? 4e6 : 1e6)) return std::nullopt;
   if (!northing || *northing < 0 || *northing > (polar ? 4e6 : 2e7)) return std::nullopt;
   Position position = geodesy::utm_to_latlon(zone, letter < 'N', *easting, *northing, ellipsoid);
-  if (!polar) {
-    const double south = -80.0 + 8.0 * static_cast<double>(band);
-    // The last band takes latitude 84 in.
-    position.latitude =
-        put_inside(position.latitude, south, letter == 'Y' ? std::nextafter(84.0, 85.0) : south + 8);
-    position.longitude = put_inside(position.longitude, zone * 6.0 - 186, zone * 6.0 - 180);
+  if (polar) {
+    put_inside_polar_cap(position, letter);
+  } else {
+    put_inside_zone(position, zone, band);
   }
   return position;
 }

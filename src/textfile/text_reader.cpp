@@ -24,9 +24,7 @@ constexpr char kDegreeSign = '\xB0';
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 // The character in that column (from 0), NUL behind the end.
-constexpr char at(std::string_view line, std::size_t column) {
-  return column < line.size() ? line[column] : '\0';
-}
+constexpr char at(std::string_view line, std::size_t column) { return column < line.size() ? line[column] : '\0'; }
 
 constexpr bool is_latitude_letter(char c) { return c == 'N' || c == 'S'; }
 
@@ -39,13 +37,11 @@ std::span<const std::size_t> position_starts(char kind) {
 }
 
 // Lines of an older layout without kind letter: a bare position is a track point, one behind a 6-character
-// ident a waypoint. Degree signs behind the degrees tell them. The kind letter that the line lacks, or
-// nothing.
+// ident a waypoint. Degree signs behind the degrees tell them. The kind letter that the line lacks, or nothing.
 std::string_view missing_kind(std::string_view line) {
   const auto is_position = [line](std::size_t start) {
     return is_latitude_letter(at(line, start)) && at(line, start + 3) == kDegreeSign &&
-           (at(line, start + 12) == 'E' || at(line, start + 12) == 'W') &&
-           at(line, start + 16) == kDegreeSign;
+           (at(line, start + 12) == 'E' || at(line, start + 12) == 'W') && at(line, start + 16) == kDegreeSign;
   };
   if (line.size() <= 26) return {};
   if (is_position(0)) return "T  ";
@@ -72,9 +68,7 @@ Number number_or(std::string_view text, Number otherwise) {
   return value && std::in_range<Number>(*value) ? static_cast<Number>(*value) : otherwise;
 }
 
-bool fits_a_time(std::int64_t seconds) {
-  return seconds > 0 && seconds <= std::numeric_limits<std::uint32_t>::max();
-}
+bool fits_a_time(std::int64_t seconds) { return seconds > 0 && seconds <= std::numeric_limits<std::uint32_t>::max(); }
 
 // The progress bar of a file that takes a while, and the user's wish to stop.
 class Progress {
@@ -129,8 +123,9 @@ int TextReader::read(std::string_view contents, const std::string& file_name) {
   state_ = State{};
   state_.file_name = file_name;
   set_file_datum(kInternalDatum);
-  set_time_offset(0);
+  store_.set_input_time_offset(0);
   store_.clear_route_overflow();
+  store_.forget_pending_track();
   {
     Progress progress(front_end_, contents.size());
     LineCursor lines(contents);
@@ -138,24 +133,18 @@ int TextReader::read(std::string_view contents, const std::string& file_name) {
     }
   }
   store_.start_item();
-  set_time_offset(0);  // the file's offset is not that of the next download
+  store_.set_input_time_offset(0);  // the file's offset is not that of the next download
   return state_.accepted;
 }
 
 void TextReader::set_file_datum(std::string_view name) { shift_.set_datum_shift(name, kInternalDatum); }
-
-void TextReader::set_time_offset(std::int64_t seconds) {
-  state_.time_offset_seconds = seconds;
-  store_.set_input_time_offset(seconds);
-}
 
 // False when the rest of the file is not to be read.
 bool TextReader::read_line(LineCursor& lines) {
   const std::string_view whole = lines.next();
   if (whole.starts_with('V')) {
     constexpr std::size_t kVersionColumn = 8;
-    state_.version =
-        number_or<int>(base::trim_blanks(whole.substr(std::min(kVersionColumn, whole.size()))), 1);
+    state_.version = base::leading_integer(whole.substr(std::min(kVersionColumn, whole.size()))) >= 2 ? 2 : 1;
     return true;
   }
   if (whole.empty() || kLineKinds.find(whole[0]) == std::string_view::npos) return true;
@@ -185,9 +174,8 @@ bool TextReader::read_setting_line(std::string_view line) {
   const std::string_view value = base::trim_blanks(line.substr(2));
   if (line.starts_with("Z ")) {
     const double hours = base::leading_number(value);
-    constexpr double kMostHours = 48;
-    const bool taken = settings_.DontConvertInputTime == 0 && std::abs(hours) <= kMostHours;
-    set_time_offset(taken ? store::offset_seconds(hours) : 0);
+    const bool taken = settings_.DontConvertInputTime == 0 && std::abs(hours) <= store::kMostOffsetHours;
+    store_.set_input_time_offset(taken ? store::offset_seconds(hours) : 0);
     return true;
   }
   if (line.starts_with("M ")) {
@@ -216,7 +204,7 @@ void TextReader::read_data_line(std::string_view line) {
 void TextReader::read_datum(std::string_view line) {
   if (at(line, 1) != ' ') {
     front_end_.write_line(1, "Bad Datum in file: " + std::string(state_.file_name) + ". Using WGS-84.");
-    front_end_.write_line(2, "Bad line: '" + std::string(line) + "'");
+    front_end_.write_line(1, "Bad line: '" + std::string(line) + "'");
     set_file_datum(kInternalDatum);
     return;
   }
@@ -262,9 +250,9 @@ void TextReader::read_route_header(std::string_view line) {
   const std::string_view words = line.substr(kIdentColumn);
   const std::string_view number_text = words.substr(0, words.find(' '));
   if (number_text.empty() || !std::all_of(number_text.begin(), number_text.end(), is_digit)) return;
-  // The name has its column, unless a number of one digit leaves it no blank before.
-  const std::size_t name_column = at(line, 5) == ' ' ? 6 : 5;
-  const std::string_view name = line.substr(std::min(name_column, line.size()));
+  // The name has its column behind the two digits that are written; behind other numbers it begins where it can.
+  std::string_view name = words.substr(std::min(number_text.size() + 1, words.size()));
+  if (number_text.size() != 2) name = base::trim_blanks(name);
   state_.route_open = true;
   store_.start_route(number_or<std::uint32_t>(number_text, store::kRouteCapacity), number_text, name);
   state_.accepted += 1 - store_.push_route(true);
@@ -291,14 +279,11 @@ void TextReader::read_item(std::string_view line) {
   state_.accepted += 1 - push_item(item.kind);
 }
 
-std::optional<TextReader::Columns> TextReader::find_position(std::string_view line,
-                                                             geodesy::Notation notation) const {
+std::optional<TextReader::Columns> TextReader::find_position(std::string_view line, geodesy::Notation notation) const {
   for (const std::size_t start : position_starts(line[0])) {
-    const std::optional<geodesy::Position> position =
-        read_position(line, start, notation, shift_.source_ellipsoid());
+    const std::optional<geodesy::Position> position = read_position(line, start, notation, shift_.source_ellipsoid());
     if (!position) continue;
-    if (const std::optional<geodesy::Position> wgs84 = shift_position(shift_, *position))
-      return Columns{start, *wgs84};
+    if (const std::optional<geodesy::Position> wgs84 = shift_position(shift_, *position)) return Columns{start, *wgs84};
   }
   return std::nullopt;
 }
@@ -311,7 +296,7 @@ store::GarminTime TextReader::read_time(std::string_view line, std::size_t colum
   const bool kept = line[0] == 'I' || (line[0] == 'W' && state_.route_open);
   const bool shifted = line[0] != 'I';
   if (kept && !fits_a_time(*local)) return {};
-  if (shifted && !fits_a_time(*local - state_.time_offset_seconds)) return {};
+  if (shifted && !fits_a_time(*local - store_.input_time_offset())) return {};
   return {static_cast<std::uint32_t>(*local)};
 }
 
@@ -345,23 +330,18 @@ void TextReader::read_symbol_fields(std::string_view fields) {
   }
   const std::string_view display = take_field(fields);
   for (const DisplayWord& known : kDisplayWords) {
-    const bool matches =
-        state_.version >= 2 ? display == known.word : number_or<int>(display, 0) == known.mode;
+    const bool matches = state_.version >= 2 ? display == known.word : number_or<int>(display, 0) == known.mode;
     if (matches) item.display_mode = static_cast<std::int16_t>(known.mode);
   }
   item.symbol_mode = number_or<std::uint8_t>(take_field(fields), store::kSymbolModeNotGiven);
   if (item.kind == 'P') (void)read_metres(take_field(fields), item.proximity_distance);
 }
 
-// " ;altitude;depth;" behind the time. A number whose ';' is missing may be cut short, so it is not taken.
+// " ;altitude;depth;" behind the time.
 void TextReader::read_track_fields(std::string_view rest) {
-  for (float* const field :
-       {static_cast<float*>(nullptr), &store_.CurrentItem.altitude, &store_.CurrentItem.depth}) {
-    const std::size_t end = rest.find(';');
-    if (end == std::string_view::npos) return;
-    if (field != nullptr) (void)read_metres(rest.substr(0, end), *field);
-    rest.remove_prefix(end + 1);
-  }
+  (void)take_field(rest);
+  (void)read_metres(take_field(rest), store_.CurrentItem.altitude);
+  (void)read_metres(take_field(rest), store_.CurrentItem.depth);
 }
 
 // 1 when the line is not to count because a store refused its record.

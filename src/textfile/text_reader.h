@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -38,7 +37,6 @@ class TextReader {
     geodesy::Notation notation = geodesy::Notation::Dmm;
     bool notation_given = false;
     bool route_open = false;
-    std::int64_t time_offset_seconds = 0;
     int accepted = 0;
   };
   // Where the position of an item line begins, and what it is.
@@ -48,7 +46,6 @@ class TextReader {
   };
 
   void set_file_datum(std::string_view name);
-  void set_time_offset(std::int64_t seconds);
   bool read_line(LineCursor& lines);
   bool read_setting_line(std::string_view line);
   void read_data_line(std::string_view line);

@@ -31,8 +31,7 @@ TEST_F(TextFileTest, AFileWithoutHeaderIsInDegreesAndMinutesOfWgs84AndInUtc) {
 TEST_F(TextFileTest, EveryLineEndWillDo) {
   for (const std::string end : {"\n", "\r\n", "\r"}) {
     store.clear_all();
-    EXPECT_EQ(
-        read("M DMM" + end + std::string(kHome) + end + "c5   10.0, 1e24, 05" + end + std::string(kHome)), 2);
+    EXPECT_EQ(read("M DMM" + end + std::string(kHome) + end + "c5   10.0, 1e24, 05" + end + std::string(kHome)), 2);
     ASSERT_EQ(store.waypoint_count(), 2);
     EXPECT_EQ(store.waypoint(1).altitude, 10.0F);
   }
@@ -83,10 +82,9 @@ TEST_F(TextFileTest, LinesWithoutAPositionAreNeitherKeptNorCounted) {
        {"W  A               N91 00.0001 E010 08.7000", "W  A               N54 19.5000 E361 00.0001",
         "W  A               N54 60.5000 E010 08.7000", "W  A               N54 19.5000 E010 08.700",
         "W  A               N54 19.5000", "W  A               N-4 19.5000 E010 08.7000",
-        "W  A               Nnan.000000 E010 08.7000", "T  N54 19.5000 X010 08.7000", "W", "W  ",
-        "1234567890", "W  A               99U  574466.8  6020286.8",
-        "W  A               32I  574466.8  6020286.8", "W  A               32U 9574466.8  6020286.8",
-        "W_ A               N54 19.5000 E010 08.7000"}) {
+        "W  A               Nnan.000000 E010 08.7000", "T  N54 19.5000 X010 08.7000", "W", "W  ", "1234567890",
+        "W  A               99U  574466.8  6020286.8", "W  A               32I  574466.8  6020286.8",
+        "W  A               32U 9574466.8  6020286.8", "W_ A               N54 19.5000 E010 08.7000"}) {
     EXPECT_EQ(read(std::string(line) + "\n"), 0) << line;
     EXPECT_TRUE(store.empty()) << line;
   }
@@ -102,8 +100,12 @@ TEST_F(TextFileTest, TheZoneLineTakesTheOffsetOffUnlessItIsToBeIgnored) {
   read(text);
   EXPECT_EQ(store.waypoint(1).time.seconds, kNoonSeconds + 5 * 3600);
   EXPECT_EQ(store.input_time_offset(), 0);  // a download that follows sends UTC
+  read("Z 48\n" + with_time(kHome) + "\nZ -48.01\n" + with_time(kHome) + "\n");
+  EXPECT_EQ(store.waypoint(2).time.seconds, kNoonSeconds - 48 * 3600);
+  EXPECT_EQ(store.waypoint(3).time.seconds, kNoonSeconds);
   settings.DontConvertInputTime = 1;
-  read(text);
+  store.clear_all();
+  read(text + text);
   EXPECT_EQ(store.waypoint(2).time.seconds, kNoonSeconds);
 }
 
@@ -117,8 +119,7 @@ TEST_F(TextFileTest, NoTimeAndTimesBeforeThereWereAnyStayNoTime) {
 }
 
 TEST_F(TextFileTest, EventsAndRoutePointsKeepTheirTimeAsGiven) {
-  read("Z -5\nR  03 Trip\n" + with_time(kHome) + "\nE  03\n" + with_time("I  N54 19.5000 E010 08.7000 ") +
-       "\n");
+  read("Z -5\nR  03 Trip\n" + with_time(kHome) + "\nE  03\n" + with_time("I  N54 19.5000 E010 08.7000 ") + "\n");
   ASSERT_EQ(store.route(3).points.size(), 1U);
   EXPECT_EQ(store.route(3).points[0].time.seconds, kNoonSeconds);
   EXPECT_EQ(store.waypoint(1).time.seconds, kNoonSeconds + 5 * 3600);
@@ -127,8 +128,7 @@ TEST_F(TextFileTest, EventsAndRoutePointsKeepTheirTimeAsGiven) {
 
 TEST_F(TextFileTest, TheVersionChoosesTheSeparatorOfTheSymbolColumn) {
   const std::string line = with_time(kHome);
-  read(line + " a^b;   18;1;3\nVersion 2\n" + line + " a;b^   18^Red   ^S+N^3\n" + line +
-       " c^   18^odd^odd^odd\n");
+  read(line + " a^b;   18;1;3\nVersion 2\n" + line + " a;b^   18^Red   ^S+N^3\n" + line + " c^   18^odd^odd^odd\n");
   EXPECT_EQ(store.waypoint(1).comment, "a^b");
   EXPECT_EQ(store.waypoint(1).symbol, 18);
   EXPECT_EQ(store.waypoint(1).display_mode, 1);
@@ -140,10 +140,24 @@ TEST_F(TextFileTest, TheVersionChoosesTheSeparatorOfTheSymbolColumn) {
   EXPECT_EQ(store.waypoint(3).symbol_mode, static_cast<int>(settings.IconSelector));
 }
 
+TEST_F(TextFileTest, TheVersionIsTheNumberThatBeginsAtTheNinthCharacterWhateverFollowsIt) {
+  const std::string line = "\n" + with_time(kHome) + " a;b^   18^Red   ^S+N^3\n";
+  for (const std::string version : {"Version 2.0", "Version 2 beta", "Version 3", "V       2"}) {
+    store.clear_all();
+    read(version + line);
+    EXPECT_EQ(store.waypoint(1).comment, "a;b") << version;
+  }
+  for (const std::string version : {"Version 1.9", "Version", "Version two", "Version -2"}) {
+    store.clear_all();
+    read(version + line);
+    EXPECT_EQ(store.waypoint(1).comment, "a") << version;
+  }
+}
+
 TEST_F(TextFileTest, AProximityLineGivesAProximityWaypointAndAWaypointWithEitherSeparator) {
   const std::string line = with_time("P  HOME            N54 19.5000 E010 08.7000 ");
-  EXPECT_EQ(read("Version 2\n" + line + " alarm^   18^Black ^S  ^0^250.5\n" + line +
-                 " ^   18^Black ^S  ^0;75\n" + line + " ^   18^Black ^S  ^0^1e24\n" + line + "\n"),
+  EXPECT_EQ(read("Version 2\n" + line + " alarm^   18^Black ^S  ^0^250.5\n" + line + " ^   18^Black ^S  ^0;75\n" +
+                 line + " ^   18^Black ^S  ^0^1e24\n" + line + "\n"),
             4);
   ASSERT_EQ(store.proximity_count(), 4);
   EXPECT_EQ(store.waypoint_count(), 4);
@@ -170,6 +184,14 @@ TEST_F(TextFileTest, WaypointsAfterARouteEndAreNoRoutePoints) {
   EXPECT_EQ(store.waypoint_count(), 4);
 }
 
+TEST_F(TextFileTest, ARouteNameBeginsBehindItsNumberHoweverLong) {
+  read("R  005 Three\nE  005\nR  6 One\nE  6\nR  07  Blank\nE  07\nR  08\nE  08\n");
+  EXPECT_EQ(store.route(5).header->comment, "Three");
+  EXPECT_EQ(store.route(6).header->comment, "One");
+  EXPECT_EQ(store.route(7).header->comment, " Blank");
+  EXPECT_EQ(store.route(8).header->comment, "");
+}
+
 TEST_F(TextFileTest, ARouteWithoutRoomStopsTheFileAtItsFirstPoint) {
   const std::string home = std::string(kHome) + "\n";
   EXPECT_EQ(read(home + "R  100 Too far\n" + home + "T  N54 19.5000 E010 08.7000\n"), 1);
@@ -178,7 +200,7 @@ TEST_F(TextFileTest, ARouteWithoutRoomStopsTheFileAtItsFirstPoint) {
   EXPECT_EQ(read(home), 1);  // the next file is read again
 }
 
-TEST_F(TextFileTest, TrackPointsTakeHeightsOnlyWholeAndTracksTheirNameColourAndStyle) {
+TEST_F(TextFileTest, TrackPointsTakeHeightsAndTracksTheirNameColourAndStyle) {
   settings.SA_LineStyle = 9;
   read("N  New Track Log Start - Out, and home,dark green,4\n" + with_time("T  N54 19.5000 E010 08.7000 ") +
        " ;     12.50;      3.25;\nN  New Track Segment Start\n" + with_time("T  N54 19.5000 E010 08.7000 ") +
@@ -193,7 +215,19 @@ TEST_F(TextFileTest, TrackPointsTakeHeightsOnlyWholeAndTracksTheirNameColourAndS
   EXPECT_EQ(store.track_point(1).depth, 3.25F);
   EXPECT_EQ(store.track_point(2).segment_flag, store::kStartsSegment);
   EXPECT_FALSE(store::is_known(store.track_point(2).altitude));
-  EXPECT_FALSE(store::is_known(store.track_point(2).depth));
+  EXPECT_EQ(store.track_point(2).depth, 12.0F);
+}
+
+TEST_F(TextFileTest, TheLastHeightOfATrackPointNeedsNoSemicolonBehindIt) {
+  const std::string point = with_time("T  N54 19.5000 E010 08.7000 ");
+  read(point + " ;100.5\n" + point + ";100.5;3\n" + point + " ;;3\n" + point + "\n");
+  EXPECT_EQ(store.track_point(1).altitude, 100.5F);
+  EXPECT_FALSE(store::is_known(store.track_point(1).depth));
+  EXPECT_EQ(store.track_point(2).altitude, 100.5F);
+  EXPECT_EQ(store.track_point(2).depth, 3.0F);
+  EXPECT_FALSE(store::is_known(store.track_point(3).altitude));
+  EXPECT_EQ(store.track_point(3).depth, 3.0F);
+  EXPECT_FALSE(store::is_known(store.track_point(4).altitude));
 }
 
 TEST_F(TextFileTest, DatumLinesShiftWhatFollowsAndUnknownOnesAreSaid) {
@@ -207,8 +241,8 @@ TEST_F(TextFileTest, DatumLinesShiftWhatFollowsAndUnknownOnesAreSaid) {
   EXPECT_TRUE(front_end.boxes.empty());
 
   EXPECT_EQ(read("Dummy\n" + home), 1);
-  EXPECT_EQ(front_end.lines[1], "Bad Datum in file: a file.txt. Using WGS-84.");
-  EXPECT_EQ(front_end.lines[2], "Bad line: 'Dummy'");
+  EXPECT_EQ(front_end.times_written(1, "Bad Datum in file: a file.txt. Using WGS-84."), 1);
+  EXPECT_EQ(front_end.lines[1], "Bad line: 'Dummy'");
   EXPECT_EQ(settings.externaldatum, "WGS-84");
 }
 
@@ -226,9 +260,8 @@ TEST_F(TextFileTest, OptionLinesAreHandedOverWhole) {
 
 TEST_F(TextFileTest, DetailLinesFillTheWaypointAbove) {
   read("Version 2\n" + std::string(kHome) + "\nc4 Field;with;Kiel;SH;DE;64;151;\n" +
-       "c5   1234.5, 1e24, 80 01 02\nc6 HOME IS A LONG NAME;Light;Kiel;Quay 1;Quay;154;\n" +
-       "c7 A, B, 0003ff 01\n" + std::string(kHome) + "\nc1 FULL IDENT\nc2 LINK\nc3 40 0A 0B\n" +
-       std::string(kHome) + "\nc5 0, 1.5, 00\n");
+       "c5   1234.5, 1e24, 80 01 02\nc6 HOME IS A LONG NAME;Light;Kiel;Quay 1;Quay;154;\n" + "c7 A, B, 0003ff 01\n" +
+       std::string(kHome) + "\nc1 FULL IDENT\nc2 LINK\nc3 40 0A 0B\n" + std::string(kHome) + "\nc5 0, 1.5, 00\n");
   const store::ItemRecord& full = store.waypoint(1);
   EXPECT_EQ(full.name, "Field;with");
   EXPECT_EQ(full.state, "SH");
@@ -263,8 +296,7 @@ TEST_F(TextFileTest, ABadDetailLineIsSaidAndChangesNothing) {
   };
   for (const Case& c :
        {Case{"c3 4", "c3 line error: 'c3 4'"}, Case{"c5 12, 80", "c5 line error: 'c5 12, 80'"},
-        Case{"c5 x, 1, 80", "c5 line error: 'c5 x, 1, 80'"},
-        Case{"c7 no comma", "c7 line error: 'c7 no comma'"},
+        Case{"c5 x, 1, 80", "c5 line error: 'c5 x, 1, 80'"}, Case{"c7 no comma", "c7 line error: 'c7 no comma'"},
         Case{"c7 A, 3", "c7 line error Class: 'c7 A, 3'"},
         Case{"c7 A, 0003 1", "c5 line error SubClass: 'c7 A, 0003 1'"},
         Case{"c7 " + std::string(52, 'A') + ", 0003",
@@ -318,8 +350,7 @@ TEST_F(TextFileTest, ALineOfTenMegabytesAndRandomBytesGiveNothing) {
     // Half of the bytes from what lines are made of, so that some get far.
     for (char& c : noise) {
       const unsigned value = static_cast<unsigned>(random());
-      c = value % 2 == 0 ? static_cast<char>(value >> 8)
-                         : "WPTIRNDMZc  NSEW0123456789.;^,\n\n"[value / 2 % 32];
+      c = value % 2 == 0 ? static_cast<char>(value >> 8) : "WPTIRNDMZc  NSEW0123456789.;^,\n\n"[value / 2 % 32];
     }
     read(noise);
   }

@@ -69,16 +69,14 @@ Position within_zones(Position position) {
 
 void append_height(std::string& out, float metres) {
   // Deliberate : 1e25 where detail lines say 1e24; either is more than is known.
-  out += store::is_known(metres) && std::isfinite(metres)
-             ? base::format_text("%10.2f;", static_cast<double>(metres))
-             : "      1e25;";
+  out += store::is_known(metres) && std::isfinite(metres) ? base::format_text("%10.2f;", static_cast<double>(metres))
+                                                          : "      1e25;";
 }
 
 void append_symbol(std::string& out, const ItemRecord& item, int version) {
   const char separator = field_separator(version);
-  const auto display =
-      std::find_if(kDisplayWords.begin(), kDisplayWords.end(),
-                   [&](const DisplayWord& known) { return known.mode == item.display_mode; });
+  const auto display = std::find_if(kDisplayWords.begin(), kDisplayWords.end(),
+                                    [&](const DisplayWord& known) { return known.mode == item.display_mode; });
   const DisplayWord& word = display == kDisplayWords.end() ? kSymbolAndComment : *display;
   out += separator;
   append_number(out, item.symbol, 5);
@@ -97,17 +95,43 @@ void append_symbol(std::string& out, const ItemRecord& item, int version) {
 void append_proximity(std::string& out, const ItemRecord& item, int version) {
   out += field_separator(version);
   const float metres = item.proximity_distance;
-  out += store::is_known(metres) && std::isfinite(metres)
-             ? base::format_text("%-7.1f", static_cast<double>(metres))
-             : "1e24";
+  out += store::is_known(metres) && std::isfinite(metres) ? base::format_text("%-7.1f", static_cast<double>(metres))
+                                                          : "1e24";
+}
+
+bool has_ident_in_comment(const ItemRecord& item, int version) {
+  return item.kind == 'W' && item.detail_kind == store::kLongIdentDetails && !is_short_layout(version);
+}
+
+void append_ident(std::string& out, const ItemRecord& item, int version) {
+  const std::size_t width = item.kind == 'W' && is_short_layout(version) ? kShortIdent : kLongIdent;
+  append_left(out, has_ident_in_comment(item, version) ? "" : item.ident.view().substr(0, width), width);
+  out += ' ';
+}
+
+// The columns behind the time; proximity waypoints always have them all.
+void append_comment_and_symbol(std::string& out, const ItemRecord& item, const TextOptions& options) {
+  const bool is_proximity = item.kind == 'P';
+  out += ' ';
+  if (is_proximity || !options.no_comments)
+    append_left(out,
+                has_ident_in_comment(item, options.version) ? item.ident.view().substr(0, kIdentInComment)
+                                                            : item.comment.view(),
+                kCommentWidth);
+  if (is_proximity || !options.no_symbols) append_symbol(out, item, options.version);
+  if (is_proximity) append_proximity(out, item, options.version);
+}
+
+void append_route_header(std::string& out, const ItemRecord& header) {
+  out += base::format_text("R  %02u ", static_cast<unsigned>(header.route_number));
+  out += header.comment;
 }
 
 void append_track_start(std::string& out, const ItemRecord& start, int version) {
   if (is_short_layout(version)) {
     out += "N  New Track Start\n";
   } else if (start.segment_flag == store::kStartsNamedTrack) {
-    const std::size_t colour =
-        start.colour < store::kColourNames.size() ? start.colour : store::kDefaultColour;
+    const std::size_t colour = start.colour < store::kColourNames.size() ? start.colour : store::kDefaultColour;
     out += "N  New Track Log Start - ";
     out += start.ident;
     out += ',';
@@ -143,11 +167,9 @@ class DistanceLines {
   }
 
  private:
-  static constexpr std::array kUnits{DistanceUnit::NauticalMiles, DistanceUnit::StatuteMiles,
-                                     DistanceUnit::Kilometres};
+  static constexpr std::array kUnits{DistanceUnit::NauticalMiles, DistanceUnit::StatuteMiles, DistanceUnit::Kilometres};
   static void append(std::string& out, const char* what, const std::array<double, kUnits.size()>& lengths) {
-    out +=
-        base::format_text("; %s: %8.4f nm, %8.4f sm, %8.4f km\n", what, lengths[0], lengths[1], lengths[2]);
+    out += base::format_text("; %s: %8.4f nm, %8.4f sm, %8.4f km\n", what, lengths[0], lengths[1], lengths[2]);
   }
 
   bool wanted_;
@@ -185,8 +207,13 @@ std::string TextWriter::write(const TextOptions& options) {
 
 std::string TextWriter::item_line(const ItemRecord& record, const TextOptions& options, bool is_route_point) {
   prepare_shift(options.datum);
+  const ItemRecord item = cleaned(record, options.version);
   std::string line;
-  append_item(line, cleaned(record, options.version), options, is_route_point);
+  if (item.kind == 'R') {
+    append_route_header(line, item);
+  } else {
+    append_item(line, item, options, is_route_point);
+  }
   return line;
 }
 
@@ -233,22 +260,11 @@ ItemRecord TextWriter::cleaned(const ItemRecord& record, int version) {
 // False when the record has no position, and so no line.
 bool TextWriter::append_item(std::string& out, const ItemRecord& item, const TextOptions& options,
                              bool is_route_point) {
-  if (item.kind == 'R') {
-    out += base::format_text("R  %02u ", static_cast<unsigned>(item.route_number));
-    out += item.comment;
-    return true;
-  }
   const std::optional<Position> position = shift_position(shift_, item.position);
   if (!position) return false;
-  const bool ident_in_comment =
-      item.kind == 'W' && item.detail_kind == store::kLongIdentDetails && !is_short_layout(options.version);
   out += item.kind;
   out += "  ";
-  if (item.kind == 'W' || item.kind == 'P') {
-    const std::size_t width = item.kind == 'W' && is_short_layout(options.version) ? kShortIdent : kLongIdent;
-    append_left(out, ident_in_comment ? std::string_view() : item.ident.view().substr(0, width), width);
-    out += ' ';
-  }
+  if (item.kind == 'W' || item.kind == 'P') append_ident(out, item, options.version);
   const geodesy::PositionTexts texts =
       options.notation == geodesy::Notation::Utm
           ? format_position(within_zones(*position), options.notation, shift_.projection_ellipsoid())
@@ -259,21 +275,13 @@ bool TextWriter::append_item(std::string& out, const ItemRecord& item, const Tex
   out += ' ';
   // Events and route points keep the time that they came with.
   append_time(out, item, options, item.kind == 'I' || is_route_point);
-  if (item.kind == 'T') {
-    if (is_short_layout(options.version)) return true;
+  if (item.kind != 'T') {
+    append_comment_and_symbol(out, item, options);
+  } else if (!is_short_layout(options.version)) {
     out += " ;";
     append_height(out, item.altitude);
     append_height(out, item.depth);
-    return true;
   }
-  out += ' ';
-  const bool is_proximity = item.kind == 'P';
-  if (is_proximity || !options.no_comments) {
-    append_left(out, ident_in_comment ? item.ident.view().substr(0, kIdentInComment) : item.comment.view(),
-                kCommentWidth);
-  }
-  if (is_proximity || !options.no_symbols) append_symbol(out, item, options.version);
-  if (is_proximity) append_proximity(out, item, options.version);
   return true;
 }
 
@@ -295,7 +303,7 @@ void TextWriter::append_routes(std::string& out, const TextOptions& options) {
   for (int number = 0; number < store::kRouteCapacity; ++number) {
     const store::Route& route = store_.route(number);
     if (!route.header || route.header->in_use == 0) continue;
-    append_item(out, cleaned(*route.header, options.version), options, false);
+    append_route_header(out, cleaned(*route.header, options.version));
     out += '\n';
     DistanceLines distances(options.distances);
     for (const ItemRecord& point : route.points)
@@ -331,8 +339,8 @@ void TextWriter::append_tracks(std::string& out, const TextOptions& options) {
 void TextWriter::report() const {
   std::string text;
   if (changed_texts_ > 0)
-    text = base::format_text("%d texts hold characters that separate fields or lines: written with '-'",
-                             changed_texts_);
+    text =
+        base::format_text("%d texts hold characters that separate fields or lines: written with '-'", changed_texts_);
   if (left_out_ > 0) {
     if (!text.empty()) text += "; ";
     text += base::format_text("%d items without a position are not written", left_out_);

@@ -41,16 +41,14 @@ class TextWriter {
 
   // The line of one record, without line end; empty when it has no position. Route points print their time as
   // kept. The shift is prepared by the first call for a datum: nobody else may prepare it between calls.
-  std::string item_line(const store::ItemRecord& record, const TextOptions& options,
-                        bool is_route_point = false);
+  std::string item_line(const store::ItemRecord& record, const TextOptions& options, bool is_route_point = false);
 
  private:
   void prepare_shift(const std::string& datum);
   [[nodiscard]] store::ItemRecord cleaned(const store::ItemRecord& record, int version);
   template <std::size_t N>
   void clean(base::FixedText<N>& text, std::string_view forbidden);
-  bool append_item(std::string& out, const store::ItemRecord& item, const TextOptions& options,
-                   bool is_route_point);
+  bool append_item(std::string& out, const store::ItemRecord& item, const TextOptions& options, bool is_route_point);
   bool append_waypoint(std::string& out, const store::ItemRecord& record, const TextOptions& options,
                        bool is_route_point);
   void append_routes(std::string& out, const TextOptions& options);

@@ -1,5 +1,7 @@
 #include "textfile/text_writer.h"
 
+#include <limits>
+
 #include "tests/support/text_file_fixture.h"
 
 namespace textfile {
@@ -106,10 +108,9 @@ TEST_F(TextFileTest, DetailLinesAreWrittenForWhatTheColumnsCannotHold) {
   item().subclass[17] = 0xFF;
   item().facility = "Pier; north";
   push_waypoint();
-  EXPECT_THAT(written_lines(),
-              ElementsAre(StartsWith("W  UNKNOWN HEIGHT, N54"),
-                          "c5 1e24, 1e24, 80 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 FF",
-                          "c6 UNKNOWN HEIGHT, LONG;Pier- north;;;;108;"));
+  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  UNKNOWN HEIGHT, N54"),
+                                           "c5 1e24, 1e24, 80 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 FF",
+                                           "c6 UNKNOWN HEIGHT, LONG;Pier- north;;;;108;"));
   store.clear_all();
   start_waypoint("HARBOUR MASTERS OFFICE");
   item().detail_kind = store::kLongIdentDetails;
@@ -118,6 +119,51 @@ TEST_F(TextFileTest, DetailLinesAreWrittenForWhatTheColumnsCannotHold) {
   EXPECT_THAT(written_lines(), ElementsAre(HasSubstr(" HARBOUR MASTERS OFFI^"), "c1 HARBOUR MASTERS OFFICE"));
   options.version = 1;
   EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  HARBOU N54")));
+}
+
+// Deliberate : a type 105 waypoint is whole with its c1 line, however long its ident.
+TEST_F(TextFileTest, AClassOrALongIdentBringsTheFullLinesWhateverTheKind) {
+  start_waypoint("HARBOUR MASTERS OFFICE");
+  item().detail_kind = store::kLongIdentDetails;
+  item().record_type = 106;
+  push_waypoint();
+  EXPECT_THAT(written_lines(),
+              ElementsAre(StartsWith("W "), "c5 1e24, 1e24, FF 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00",
+                          "c6 HARBOUR MASTERS OFFICE;;;;;106;", "c1 HARBOUR MASTERS OFFICE", "c2 ",
+                          "c3 FF 00 00 00 00 00 00 00 00 00 00 00 00 00"));
+  store.clear_all();
+  start_waypoint("PIER");
+  item().detail_kind = store::kLongIdentDetails;
+  item().record_type = 105;
+  item().link_ident = "I 95";
+  push_waypoint();
+  // The blank tells the link from the short texts that stand for none, and c4 the type from 106.
+  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W "), "c1 PIER", "c2 I 95 ",
+                                           "c3 FF 00 00 00 00 00 00 00 00 00 00 00 00 00", "c4 ;;;;255;105;"));
+  store.clear_all();
+  start_waypoint("FIELD");
+  item().record_type = 151;
+  item().waypoint_class = 64;
+  push_waypoint();
+  EXPECT_THAT(written_lines(),
+              ElementsAre(StartsWith("W "), "c5 1e24, 1e24, 40 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00",
+                          "c6 FIELD;;;;;0;", "c4 ;;;;64;151;"));
+  store.clear_all();
+  start_waypoint("USER");
+  item().waypoint_class = 0;
+  push_waypoint();
+  start_waypoint("NOWHERE UP");
+  item().altitude = -std::numeric_limits<float>::infinity();
+  push_waypoint();
+  EXPECT_EQ(written_lines().size(), 2U);
+}
+
+TEST_F(TextFileTest, ARouteHeaderHasTheSameLineInAListAsInTheFile) {
+  store.start_route(4, "04", "Out\nand ^ back");
+  ASSERT_EQ(store.push_route(true), 0);
+  const std::string line = TextWriter(store, shift, front_end).item_line(*store.route(4).header, options);
+  EXPECT_EQ(line, "R  04 Out-and ^ back");
+  EXPECT_THAT(written_lines(), ElementsAre(line, "E  04"));
 }
 
 TEST_F(TextFileTest, DistancesFollowTheSecondAndLaterPointsAndEachSegmentHasItsSum) {
