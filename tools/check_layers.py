@@ -7,8 +7,8 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-SESSION = {"base", "geodesy", "store", "textfile", "formats", "streetatlas", "serial", "garmin", "lowrance",
-           "simulators", "session"}
+BELOW_SESSION = {"base", "geodesy", "store", "textfile", "formats", "streetatlas", "serial", "garmin", "lowrance",
+                 "simulators"}
 ALLOWED = {
     "base": set(),
     "geodesy": {"base"},
@@ -20,17 +20,19 @@ ALLOWED = {
     "garmin": {"base", "serial", "store", "geodesy"},
     "lowrance": {"base", "serial", "store", "geodesy"},
     "simulators": {"base", "serial"},
-    "session": SESSION,
-    "ui": SESSION | {"ui"},
-    "ui/console": SESSION | {"ui", "ui/console"},
-    "ui/wx": SESSION | {"ui", "ui/wx"},
-    "apps": SESSION | {"ui", "ui/console", "ui/wx", "apps"},
+    "session": BELOW_SESSION,
+    "ui": {"base", "session"},
+    "ui/console": {"base", "session", "ui"},
+    "ui/wx": {"base", "session", "ui"},
+    "apps": {"base", "session", "ui", "ui/console", "ui/wx"},
 }
 # simulators stand behind the same seam as real ports, and know nothing else of the serial layer.
 ONLY_HEADERS = {("simulators", "serial"): {"serial/serial_device.h"}}
-SYSTEM = re.compile(r"^(windows|winreg|conio|io|termios|unistd|fcntl|poll|pty|signal|sys/.*|linux/.*|dirent)(\.h)?$")
+# Anything in angle brackets that is neither of the C++ library nor in this list is the operating system's.
+LIBRARIES = {"CLI/": {"ui/console"}, "wx/": {"ui/wx"}}
+STANDARD = re.compile(r"^[a-z_0-9]+$")
 MAY_USE_SYSTEM = re.compile(r"(_device\.(cpp|h)|/(pty|termios|win32)_[a-z_0-9]*\.(cpp|h))$")
-INCLUDE = re.compile(r'^\s*#\s*include\s*(["<])([^">]+)[">]')
+INCLUDE = re.compile(r'^\s*(?:/\*.*?\*/\s*)*#\s*include\s*(["<])([^">]+)[">]')
 
 
 def folder_of(header):
@@ -50,10 +52,13 @@ def faults_of(path):
             continue
         quoted, header = match.group(1) == '"', match.group(2)
         where = f"{relative}:{number}: "
-        if header.startswith("wx/") and folder != "ui/wx":
-            yield where + f"only ui/wx may include <{header}>"
-        if inside_src and not is_test and SYSTEM.match(header) and not MAY_USE_SYSTEM.search(relative) \
-                and folder != "apps":
+        if not quoted and folder_of(header):
+            yield where + f'<{header}> is ours: name it in double quotes'
+        library = next((name for name in LIBRARIES if header.startswith(name)), None)
+        if inside_src and library and folder not in LIBRARIES[library]:
+            yield where + f"only {sorted(LIBRARIES[library])} may include <{header}>"
+        if inside_src and not quoted and not library and not is_test and not STANDARD.match(header) \
+                and not MAY_USE_SYSTEM.search(relative) and folder != "apps":
             yield where + f"<{header}> belongs into a *_device.cpp"
         if quoted and "/" not in header:
             yield where + f'"{header}" is not named from src/'
@@ -73,12 +78,14 @@ def faults_of(path):
 
 
 def main():
-    sources = [path for top in ("src", "tests", "bench") for path in sorted((ROOT / top).rglob("*"))
-               if path.suffix in (".h", ".cpp")]
+    files = [path for top in ("src", "tests", "bench") for path in sorted((ROOT / top).rglob("*")) if path.is_file()]
+    sources = [path for path in files if path.suffix in (".h", ".cpp")]
     unknown = {path.parent for path in sources
                if path.is_relative_to(ROOT / "src")
                and path.parent.relative_to(ROOT / "src").as_posix() not in ALLOWED}
     faults = [f"{path}: a folder without a row in the table" for path in sorted(unknown)]
+    faults += [f"{path}: sources end in .h or .cpp" for path in files
+               if path.is_relative_to(ROOT / "src") and path.suffix not in (".h", ".cpp")]
     if not faults:
         faults = [fault for path in sources for fault in faults_of(path)]
     print("\n".join(faults) or f"{len(sources)} files keep to the layers.")

@@ -1,15 +1,15 @@
 # What the build and the tests need from Debian. Sourced by ./run and ./check.
 
 PACKAGES_RUN="g++ cmake ninja-build libcli11-dev"
-PACKAGES_CHECK="$PACKAGES_RUN libgtest-dev libgmock-dev git python3 clang-format g++-mingw-w64-x86-64-posix gpsbabel"
+PACKAGES_CHECK="$PACKAGES_RUN libgtest-dev libgmock-dev python3 clang-format g++-mingw-w64-x86-64-posix gpsbabel"
 
 # install_packages NAME...: installs what is missing, as root or through sudo; ends the script when it cannot.
 install_packages() {
   local missing=() name
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-    echo "This system is not Debian, so nothing can be installed here. Needed are the equivalents of these Debian"
-    echo "packages: $*"
-    echo "Going on with what is there."
+    echo "This system is not Debian, so nothing can be installed here. Needed are the equivalents of these Debian" >&2
+    echo "packages: $*" >&2
+    echo "Going on with what is there." >&2
     return 0
   fi
   for name in "$@"; do
@@ -25,7 +25,7 @@ install_packages() {
     fi
     as_root=(sudo)
   fi
-  echo "Installing ${missing[*]}"
+  echo "Installing ${missing[*]}" >&2
   local log
   log=$(mktemp)
   if ! { "${as_root[@]}" apt-get update &&

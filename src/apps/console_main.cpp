@@ -11,6 +11,13 @@
 
 namespace {
 
+// False, with a message, when the results did not get out.
+bool output_is_complete() {
+  std::cout.flush();
+  if (!std::cout) std::cerr << "Standard output could not be written.\n";
+  return static_cast<bool>(std::cout);
+}
+
 #ifdef _WIN32
 constexpr char kPathSeparator = ';';
 #else
@@ -36,7 +43,7 @@ int main(int argc, char** argv) {
   if (const EndNow* end = std::get_if<EndNow>(&parsed)) {
     std::cout << end->output;
     std::cerr << end->error;
-    return end->exit_status;
+    return output_is_complete() ? end->exit_status : ConsoleProgram::kFailed;
   }
   const Arguments& arguments = std::get<Arguments>(parsed);
   apps::SystemClock clock;
@@ -49,6 +56,5 @@ int main(int argc, char** argv) {
   display.set_title_source([&session] { return ui::title_text(session); });
   ConsoleProgram program(session, display, screen, *terminal, std::cout);
   const int status = program.run(arguments);
-  std::cout.flush();
-  return std::cout ? status : ConsoleProgram::kFailed;
+  return output_is_complete() ? status : ConsoleProgram::kFailed;
 }

@@ -12,8 +12,9 @@ namespace serial {
 // A port of this machine, not yet open.
 [[nodiscard]] std::unique_ptr<SerialDevice> make_system_device();
 
-// What the system calls the port that the user calls `port_name`. On Linux paths stay as they are, "COM1" is
-// /dev/ttyS0 and any other name stands in /dev; on Windows "COM12" is \\.\COM12. Whether it exists is not asked.
+// What the system calls the port that the user calls `port_name`. On Linux a path stays as it is, "COM1"
+// is /dev/ttyS0 and any other name stands in /dev or, if not there, in the current folder; on Windows "COM12" is
+// \\.\COM12.
 [[nodiscard]] std::string device_path(std::string_view port_name);
 
 }  // namespace serial

@@ -90,7 +90,10 @@ std::string device_path(std::string_view port_name) {
     const std::optional<long long> number = base::parse_integer(port_name.substr(3));
     if (number && *number > 0) return "/dev/ttyS" + std::to_string(*number - 1);
   }
-  return "/dev/" + std::string(port_name);
+  // A bare name is a device; failing that, a link to one in the current folder.
+  const std::string device = "/dev/" + std::string(port_name);
+  return access(device.c_str(), F_OK) != 0 && access(std::string(port_name).c_str(), F_OK) == 0 ? std::string(port_name)
+                                                                                                : device;
 }
 
 std::unique_ptr<SerialDevice> make_system_device() { return std::make_unique<TermiosDevice>(); }

@@ -1,7 +1,9 @@
 // A serial port of Windows, by the calls that every version of it has: no overlapped mode and no driver
 // time-outs; a read asks only for bytes that are there.
-#include <timeapi.h>
+// clang-format off
 #include <windows.h>
+#include <timeapi.h>  // needs what the one before declares
+// clang-format on
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-// Everything of a running program but its user interface: settings, stores, geodesy, files, the port and what
-// stands behind it. Built once by a main program, which hands it the clock and the front end, and passed on
-// by reference.
+// Everything of a running program but its user interface: settings, stores, geodesy, files, the port and what stands
+// behind it. Built once by a main program, which hands it the clock and the front end, and passed on by reference. User
+// interfaces reach all below through this header alone.
 #pragma once
 
 #include <filesystem>
@@ -14,13 +14,19 @@
 #include "garmin/transfers.h"
 #include "geodesy/datum_shift.h"
 #include "geodesy/datum_table.h"
+#include "geodesy/distance.h"
+#include "geodesy/notation.h"
+#include "geodesy/position_parser.h"
 #include "serial/com_port.h"
 #include "serial/debug_log.h"
 #include "serial/device_flags.h"
+#include "serial/port_list.h"
 #include "session/ports.h"
+#include "store/config_file.h"
 #include "store/item_store.h"
 #include "store/settings.h"
 #include "textfile/file_dispatch.h"
+#include "textfile/text_writer.h"
 
 namespace session {
 

@@ -1,5 +1,6 @@
 #include "store/config_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <optional>
@@ -60,6 +61,7 @@ bool parse(std::string_view text, int& value) {
 std::optional<std::string> print(int value) { return base::format_text("%d", value); }
 
 bool parse(std::string_view text, std::string& value) {
+  if (text.find_first_of("\r\n") != std::string_view::npos) return false;  // it could not be read back
   value = text;
   return true;
 }
@@ -97,7 +99,8 @@ bool parse(std::string_view text, std::optional<WindowRectangle>& value) {
 }
 
 bool parse(std::string_view text, std::optional<ReferenceRecord>& value) {
-  const std::vector<std::string_view> pieces = base::split(text, ',');
+  std::vector<std::string_view> pieces = base::split(text, ',');
+  std::ranges::transform(pieces, pieces.begin(), base::trim_blanks);
   ReferenceRecord read;
   if (pieces.size() != 5 || !parse(pieces[0], read.latitude) || !parse(pieces[1], read.longitude)) return false;
   for (std::size_t i = 0; i < read.numbers.size(); ++i) {
@@ -147,7 +150,7 @@ constexpr Key key(std::string_view name) {
   return {name, set_member<Member>, [](const Settings& settings) { return print(settings.*Member); }};
 }
 
-constexpr int kHighestPort = 256;
+constexpr int kHighestPort = 65535;
 
 bool set_port_number(std::string_view text, Settings& settings) {
   int number = 0;
@@ -308,6 +311,8 @@ KeyResult set_key(Settings& settings, std::string_view name, std::string_view va
 }
 
 void read_configuration(std::string_view contents, Settings& settings) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // some editors begin a file with it
+  if (contents.starts_with(kByteOrderMark)) contents.remove_prefix(kByteOrderMark.size());
   for (std::string_view line : base::split(contents, '\n')) {
     if (line.ends_with('\r')) line.remove_suffix(1);
     line = base::trim_blanks(line.substr(0, kLongestLine));

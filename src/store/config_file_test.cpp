@@ -40,7 +40,7 @@ TEST(Configuration, EveryKeySurvivesBeingWrittenAndRead) {
       "268\n"
       "RefRecord=47.123456789,-11.000000001,1,2,3\nDMSMode=UTM\nIconSelector=eSERIES\nVerticalValues=FEET\n"
       "This_TXT_File_Version=TXT_VER_ONE\nTimeOffsetHours=-3.5\nPortName=/dev/ttyUSB0\nPilot=A = B\n";
-  read_configuration(text, settings);
+  read_configuration("\xEF\xBB\xBF" + text, settings);
   Settings again;
   read_configuration(configuration_text(settings), again);
   EXPECT_EQ(configuration_text(again), configuration_text(settings));
@@ -71,6 +71,8 @@ TEST(Configuration, AKeyCanBeSetByNameAndSaysWhatIsWrong) {
   EXPECT_EQ(set_key(settings, "DistValues", "KILOMETERS"), KeyResult::Set);
   EXPECT_EQ(settings.DistValues, geodesy::DistanceUnit::Kilometres);
   EXPECT_EQ(set_key(settings, "DistValues", "PARSECS"), KeyResult::BadValue);
+  EXPECT_EQ(set_key(settings, "Pilot", "A\nCOM=9"), KeyResult::BadValue);
+  EXPECT_EQ(set_key(settings, "RefRecord", "1.5, 2.5, 1, 2, 3"), KeyResult::Set);
   EXPECT_EQ(set_key(settings, "distvalues", "FEET"), KeyResult::UnknownKey);
   EXPECT_EQ(set_key(settings, "#IGC Glider info:", "x"), KeyResult::UnknownKey);
 }

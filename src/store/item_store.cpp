@@ -39,13 +39,19 @@ bool ItemStore::full(std::size_t count, int capacity, std::string_view text) {
   return true;
 }
 
-// The whole capacity at the first insertion, so that no later one moves the records.
-void ItemStore::store_current(std::vector<ItemRecord>& records, int capacity) {
-  if (records.empty()) records.reserve(static_cast<std::size_t>(capacity));
+// What every record but a route header gets at insertion.
+void ItemStore::complete_item(char kind) {
+  CurrentItem.kind = kind;
   CurrentItem.in_use = 1;
+  set_hemispheres(CurrentItem);
   replace_bars(CurrentItem);
   if (CurrentItem.symbol_mode == kSymbolModeNotGiven)
     CurrentItem.symbol_mode = byte_of(static_cast<int>(settings_.IconSelector));
+}
+
+// The whole capacity at the first insertion, so that no later one moves the records.
+void ItemStore::store_current(std::vector<ItemRecord>& records, int capacity) {
+  if (records.empty()) records.reserve(static_cast<std::size_t>(capacity));
   records.push_back(CurrentItem);
   CurrentItem = ItemRecord{};
 }
@@ -53,17 +59,12 @@ void ItemStore::store_current(std::vector<ItemRecord>& records, int capacity) {
 // What every waypoint gets at insertion, appended or in place.
 void ItemStore::complete_waypoint() {
   sign_position(CurrentItem);
-  set_hemispheres(CurrentItem);
+  complete_item('W');
   CurrentItem.segment_flag = CurrentItem.detail_kind == kLongIdentDetails ? 2 : 0;
-  CurrentItem.kind = 'W';
   CurrentItem.waypoint_drawing = {byte_of(settings_.SA_TextColor),    byte_of(settings_.SA_TextAlign),
                                   byte_of(settings_.SA_TextSize),     byte_of(settings_.SA_SA_IconSize),
                                   byte_of(settings_.SA_SA_IconColor), byte_of(settings_.SA_noname)};
   CurrentItem.number = ++contents_.last_waypoint_number;
-  CurrentItem.in_use = 1;
-  replace_bars(CurrentItem);
-  if (CurrentItem.symbol_mode == kSymbolModeNotGiven)
-    CurrentItem.symbol_mode = byte_of(static_cast<int>(settings_.IconSelector));
   CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
 }
 
@@ -205,11 +206,10 @@ int ItemStore::push_track() {
     CurrentItem.track_style = track_log_style_.value_or(byte_of(settings_.SA_LineStyle));
     CurrentItem.ident = track_log_name_;
   }
-  CurrentItem.kind = 'T';
   CurrentItem.track_drawing = {byte_of(settings_.SA_LineColor), byte_of(settings_.SA_LineWidth),
                                byte_of(settings_.SA_LineStyle)};
   sign_position(CurrentItem);
-  set_hemispheres(CurrentItem);
+  complete_item('T');
   CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
   store_current(contents_.track_points, kTrackPointCapacity);
   return 0;
@@ -218,21 +218,19 @@ int ItemStore::push_track() {
 int ItemStore::push_event() {
   if (full(contents_.events.size(), kEventCapacity, "Too many Events (LEI Icons)")) return 1;
   CurrentItem.number = contents_.next_event_number++;
-  CurrentItem.kind = 'I';
-  set_hemispheres(CurrentItem);
+  complete_item('I');
   store_current(contents_.events, kEventCapacity);
   return 0;
 }
 
 int ItemStore::push_proximity() {
   if (full(contents_.proximity.size(), kProximityCapacity, "Too many Proximity points")) return 1;
-  CurrentItem.kind = 'P';
   CurrentItem.proximity_drawing = {byte_of(settings_.SA_CirFillColor), byte_of(settings_.SA_CirLineWidth),
                                    byte_of(settings_.SA_CirLineColor), byte_of(settings_.SA_CirFillStyle),
                                    byte_of(settings_.SA_DrawProxCircles)};
   CurrentItem.number = ++contents_.last_proximity_number;
   sign_position(CurrentItem);
-  set_hemispheres(CurrentItem);
+  complete_item('P');
   CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
   store_current(contents_.proximity, kProximityCapacity);
   return 0;

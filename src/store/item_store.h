@@ -142,6 +142,7 @@ class ItemStore {
   static std::size_t slot_of(int index) { return static_cast<std::size_t>(index) - 1; }
   [[nodiscard]] int without_newest(int index) const;
   [[nodiscard]] bool full(std::size_t count, int capacity, std::string_view text);
+  void complete_item(char kind);
   void complete_waypoint();
   void store_current(std::vector<ItemRecord>& records, int capacity);
   int push_route_header();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <fstream>
 #include <system_error>
 #include <utility>
 
@@ -26,12 +25,10 @@ bool has_extension(const fs::path& path, std::string_view extension) {
 }
 
 // The first line that is not empty, as far as a line is read at once; empty when there is none.
-std::string first_line(std::istream& file) {
-  while (file.peek() == '\n' || file.peek() == '\r') file.ignore();
-  std::string head(kLongestLine, '\0');
-  file.read(head.data(), static_cast<std::streamsize>(head.size()));
-  head.resize(static_cast<std::size_t>(file.gcount()));
-  return std::string(LineCursor(head).next());
+std::string_view first_line(std::string_view contents) {
+  for (LineCursor lines(contents); !lines.at_end();)
+    if (const std::string_view line = lines.next(); !line.empty()) return line;
+  return {};
 }
 
 // When the file was last changed, as a date text in UTC; nothing when the system does not say.
@@ -48,22 +45,26 @@ std::optional<std::string> modification_date(const fs::path& path) {
 FileDispatch::FileDispatch(std::span<const FileFormat> formats, FileContext context)
     : formats_(formats), context_(std::move(context)) {}
 
-int FileDispatch::input_type(const fs::path& path) const {
+const FileFormat* FileDispatch::reader_of(const fs::path& path) const {
   const auto row = std::find_if(formats_.begin(), formats_.end(),
                                 [&](const FileFormat& format) { return has_extension(path, format.input_extension); });
-  return row == formats_.end() ? content_type(path) : row->code;
+  return row == formats_.end() ? nullptr : &*row;
 }
 
-int FileDispatch::content_type(const fs::path& path) const {
-  std::error_code error;
-  std::ifstream file(path, std::ios::binary);
-  if (!file || fs::is_directory(path, error)) return kCannotOpen;
-  const std::string line = first_line(file);
-  if (line.empty()) return kUnknownType;
+const FileFormat* FileDispatch::format_of_contents(std::string_view contents) const {
+  const std::string_view line = first_line(contents);
   const auto row = std::find_if(formats_.begin(), formats_.end(), [&](const FileFormat& format) {
-    return format.recognises != nullptr && format.recognises(line);
+    return !line.empty() && format.recognises != nullptr && format.recognises(line);
   });
-  return row == formats_.end() ? kUnknownType : row->code;
+  return row == formats_.end() ? nullptr : &*row;
+}
+
+int FileDispatch::input_type(const fs::path& path) const {
+  if (const FileFormat* const format = reader_of(path)) return format->code;
+  std::string contents, reason;
+  if (!base::load_file(path, contents, reason)) return kCannotOpen;
+  const FileFormat* const format = format_of_contents(contents);
+  return format == nullptr ? kUnknownType : format->code;
 }
 
 const FileFormat* FileDispatch::format_of(int code) const {
@@ -78,13 +79,22 @@ bool FileDispatch::do_input(const fs::path& path) {
     return false;
   };
   const std::string name = path.string();
-  const int type = input_type(path);
-  if (type == kCannotOpen) return refuse("Unable to open file: " + name);
-  const FileFormat* const format = type == kUnknownType ? nullptr : format_of(type);
-  if (format == nullptr) return refuse("Unknown input file type: " + name);
+  const FileFormat* format = reader_of(path);
+  std::optional<std::string> contents;
+  if (format == nullptr) {
+    // Read once only: a pipe cannot be read again.
+    std::string reason;
+    if (!base::load_file(path, contents.emplace(), reason)) return refuse("Unable to open file: " + name);
+    format = format_of_contents(*contents);
+    if (format == nullptr) return refuse("Unknown input file type: " + name);
+  }
   if (format->read == nullptr)
     return refuse(name + " is " + std::string(format->name) + ": this type of file cannot be read yet.");
-  const std::optional<std::string> contents = openit(path);
+  if (contents) {
+    if (!announce(path)) return false;
+  } else {
+    contents = openit(path);
+  }
   if (!contents) return false;
   const int accepted = format->read(context_, *contents, name);
   if (context_.settings.SA_SortAfterInput != 0) sort_waypoints();
@@ -100,14 +110,18 @@ std::optional<std::string> FileDispatch::openit(const fs::path& path) {
     context_.front_end.write_line(3, "The file was not read: " + reason + ".");
     return std::nullopt;
   }
+  return announce(path) ? std::optional(contents) : std::nullopt;
+}
+
+bool FileDispatch::announce(const fs::path& path) {
   const std::optional<std::string> date = modification_date(path);
   if (!date) {
-    context_.front_end.message_box("openit", "File time err, File:" + name);
-    return std::nullopt;
+    context_.front_end.message_box("openit", "File time err, File:" + path.string());
+    return false;
   }
   // Deliberate : nothing between name and date, as users and their scripts know the line.
-  context_.front_end.write_line(1, "reading: " + name + *date);
-  return contents;
+  context_.front_end.write_line(1, "reading: " + path.string() + *date);
+  return true;
 }
 
 const FileFormat* FileDispatch::writer_of(const fs::path& path) const {

@@ -36,7 +36,9 @@ class FileDispatch {
   int open_output(const std::filesystem::path& path, std::string_view contents);
 
  private:
-  [[nodiscard]] int content_type(const std::filesystem::path& path) const;
+  [[nodiscard]] const FileFormat* reader_of(const std::filesystem::path& path) const;
+  [[nodiscard]] const FileFormat* format_of_contents(std::string_view contents) const;
+  bool announce(const std::filesystem::path& path);
   [[nodiscard]] const FileFormat* format_of(int code) const;
   [[nodiscard]] const FileFormat* writer_of(const std::filesystem::path& path) const;
   void sort_waypoints();

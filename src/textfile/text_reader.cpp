@@ -213,6 +213,9 @@ void TextReader::read_datum(std::string_view line) {
   const std::size_t blank = name.find(' ');
   if (!name.empty() && is_digit(name[0]) && blank != std::string_view::npos && datums_.find(name) == nullptr)
     name = base::trim_blanks(name.substr(blank));
+  // A user's datum may have a blank at its end, which no line keeps.
+  const std::string with_blank = std::string(name) + ' ';
+  if (datums_.find(name) == nullptr && datums_.find(with_blank) != nullptr) name = with_blank;
   if (datums_.find(name) == nullptr) {
     front_end_.write_line(1, "Datum '" + std::string(name) + "' not found.  Using WGS-84.");
     name = kInternalDatum;

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "garmin/transfers.h"
-
 namespace ui {
 namespace {
 

@@ -85,6 +85,19 @@ class Usage(InFolder):
         self.assertRegex(self.run_cli("--version").stdout, r"^Pelorix \d+\.\d+\.\d+\n$")
         self.assertIn("download", self.run_cli("--help").stdout)
 
+    def test_an_unknown_command_is_named(self):
+        self.assertIn("teleport", self.run_cli("teleport").stderr)
+
+    def test_results_that_do_not_get_out_are_a_failure(self):
+        with open("/dev/full", "w", encoding="ascii") as full:
+            result = subprocess.run([CLI, "datums"], stdout=full, stderr=subprocess.PIPE, text=True, timeout=LIMIT)
+        self.assertEqual((result.returncode, result.stderr), (1, "Standard output could not be written.\n"))
+
+    def test_messages_do_not_land_in_files_when_standard_error_is_closed(self):
+        command = f"exec '{CLI}' --port sim:garmin --debug-log log identify 2>&- </dev/null"
+        subprocess.run(["bash", "-c", command], cwd=self.folder, capture_output=True, timeout=LIMIT, check=True)
+        self.assertNotIn("Opening COM Port", read(self.path("log")))
+
     def test_positions(self):
         for arguments, expected in [
                 (["shift", "40.0", "-100.0", "--from", "NAD27_CONUS", "--to", "WGS-84"], "40.000009465 -100.000417607"),
@@ -92,6 +105,7 @@ class Usage(InFolder):
                 (["format", "12.9999999", "-7.25", "--set", "DMSMode=DMS"], "N12 59 60.00 W007 15 00.00"),
                 (["format", "-5.5", "-7.25", "--notation", "ddd"], "S05.5000000 W007.2500000"),
                 (["parse", "S05", "30.0000", "W007", "15.0000"], "-5.500000000 -7.250000000"),
+                (["parse", "S0", "W0"], "0.000000000 0.000000000"),
                 (["parse", "-33.5", "151.25"], "-33.500000000 151.250000000"),
                 (["distance", "0", "0", "0", "1", "--set", "DistValues=NAUTICAL"], "60.007473 nm")]:
             result = self.run_cli(*arguments)
@@ -124,7 +138,8 @@ class Usage(InFolder):
         self.assertTrue(text.startswith("GPS=Garmin\nCOM=1\n"))
         self.assertIn("\nPilot=Amelia\n", text)
         self.assertIn("\nPortName=/dev/ttyUSB0\n", text)
-        self.run_cli("save-config", "--config", self.path("pelorix.ini"))
+        result = self.run_cli("save-config", "--config", self.path("pelorix.ini"))
+        self.assertEqual(result.stderr, "pelorix.ini saved.\n")
         self.assertEqual(read(self.path("pelorix.ini")), text)
 
 
@@ -139,6 +154,12 @@ class Files(InFolder):
             self.assertEqual(self.run_cli("convert", source, "-o", target).returncode, 0)
         self.assertEqual(without_date(read(self.path("b.txt"))), without_date(read(self.path("c.txt"))))
         self.assertEqual(self.run_cli("info", "a.txt").stdout, "W:1 T:1 (TP:1) P:0 R:0 E:0\n")
+
+    def test_a_pipe_is_read_whole(self):
+        self.write("a.txt", self.TEXT)
+        result = subprocess.run(["bash", "-c", f"cat a.txt | '{CLI}' info /dev/stdin"], cwd=self.folder,
+                                capture_output=True, text=True, timeout=LIMIT)
+        self.assertEqual(result.stdout, "W:1 T:1 (TP:1) P:0 R:0 E:0\n")
 
     def test_list_prints_the_lines_of_the_file(self):
         self.write("a.txt", self.TEXT)
@@ -192,7 +213,7 @@ class Receiver(InFolder):
         self.assertRegex(result.stdout, r"^.+         ID: \d+\n")
         result = self.run_cli("--port", "sim:garmin", "protocols")
         self.assertEqual(len(result.stdout.splitlines()), 10)
-        self.assertEqual(result.stderr, "")
+        self.assertEqual(result.stderr, "Opening COM Port\n")
 
     def test_the_trace_shows_every_display_call(self):
         result = self.run_cli("--port", "sim:garmin", "--trace", "download", "waypoints", "-o", "w.txt")
@@ -214,6 +235,11 @@ class Receiver(InFolder):
         self.assertEqual(without_date(read(self.path("wire.txt"))), without_date(read(self.path("direct.txt"))))
         self.assertIn("Sending: GetGPSstart from  getWaypoints\n 10   0a   02   07   00   ed   10   03  \n",
                       read(self.path("log")))
+
+    def test_a_kind_that_cannot_be_downloaded_is_refused_before_the_transfer(self):
+        result = self.run_cli("--port", "sim:garmin", "download", "waypoints", "trail1", "-o", "x.txt")
+        self.assertEqual(result.returncode, 1)
+        self.assertNotIn("Waypoint download completed", result.stderr)
 
     def test_a_port_that_does_not_exist_or_is_no_port_is_explained(self):
         result = self.run_cli("--port", "/dev/nosuchport", "identify")

@@ -154,7 +154,7 @@ std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* wo
   Arguments arguments;
   CLI::App app{"Moves waypoints, routes and tracks between GPS receivers and files."};
   app.name("pelorix-cli");
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);  // none is told below, after a word that is no command
   add_global_options(app, arguments);
   add_receiver_commands(app, arguments);
   add_file_commands(app, arguments);
@@ -167,6 +167,7 @@ std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* wo
     const bool asked_for = app.exit(error, output, complaint) == 0;
     return EndNow{asked_for ? 0 : 2, output.str(), complaint.str()};
   }
+  if (arguments.command.empty()) return EndNow{2, "", "A command is missing.\n\n" + app.help()};
   return arguments;
 }
 

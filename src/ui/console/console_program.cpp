@@ -5,13 +5,8 @@
 #include <ostream>
 
 #include "base/text.h"
-#include "geodesy/distance.h"
-#include "geodesy/position_parser.h"
-#include "serial/port_list.h"
-#include "store/config_file.h"
-#include "textfile/text_writer.h"
+#include "session/simulator_host.h"
 #include "ui/commands.h"
-#include "ui/console/simulator_command.h"
 
 namespace ui::console {
 namespace {
@@ -32,6 +27,10 @@ constexpr std::array kKinds{
 void choose_kinds(const std::vector<std::string>& kinds, TextOptions& options) {
   if (kinds.empty() || std::ranges::find(kinds, "all") != kinds.end()) return;
   for (const KindRow& row : kKinds) options.*row.written = std::ranges::find(kinds, row.word) != kinds.end();
+}
+
+std::string no_position(const std::string& text, const std::string& problem) {
+  return "\"" + text + "\" is no position: " + problem + (problem.ends_with('!') ? "" : ".");
 }
 
 // Keys are read from the keyboard as long as it lives.
@@ -78,11 +77,9 @@ int ConsoleProgram::run(const Arguments& arguments) {
   const Command* command = find_command(arguments.command);
   if (command == nullptr) return wrong_usage("there is no command " + arguments.command);
   if (!take_settings(arguments)) return kWrongUsage;
-  if (!arguments.debug_log.empty()) {
-    if (!session_.debug_log.open(arguments.debug_log, session_.debug_format, session::kVersion)) return kFailed;
-  } else if (session_.settings.EnableDebugFile != 0) {
-    (void)session_.open_debug_log();  // a log that the configuration asks for stops nobody's transfer
-  }
+  // A log that the configuration asks for stops nobody's transfer; one that the command line asks for must be there.
+  if (session_.settings.EnableDebugFile != 0 && !session_.open_debug_log() && !arguments.debug_log.empty())
+    return kFailed;
   return (this->*command->run)(arguments);
 }
 
@@ -94,6 +91,11 @@ int ConsoleProgram::wrong_usage(const std::string& why) {
 int ConsoleProgram::fail(const std::string& why) {
   terminal_.write(base::utf8_text(why) + "\n");
   return kFailed;
+}
+
+// Adding zero turns minus zero, which nobody wants to read, into zero.
+void ConsoleProgram::print_degrees(const geodesy::Position& position) {
+  print(base::format_text("%.9f %.9f", position.latitude + 0.0, position.longitude + 0.0));
 }
 
 void ConsoleProgram::print(std::string_view line) { output_ << base::utf8_text(line) << '\n'; }
@@ -123,6 +125,13 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
     settings.GPS = store::Family::Garmin;
   }
   if (arguments.speed) settings.port_speed = *arguments.speed;
+  if (!arguments.debug_log.empty()) {
+    const std::filesystem::path path(arguments.debug_log);
+    settings.EnableDebugFile = 1;
+    settings.SaveDebugFileWorkingDirectory = path.parent_path().string();
+    settings.DebugFileName = path.stem().string();
+    settings.DebugFileNameExtn = path.extension().string();
+  }
   if (arguments.debug_format == "decimal") session_.debug_format = serial::ByteFormat::Decimal;
   if (!arguments.datum.empty()) settings.externaldatum = arguments.datum;
   if (!arguments.notation.empty() && store::set_key(settings, "DMSMode", arguments.notation) != store::KeyResult::Set)
@@ -176,15 +185,13 @@ int ConsoleProgram::identify(const Arguments& arguments) {
 }
 
 int ConsoleProgram::download(const Arguments& arguments) {
+  for (const std::string& kind : arguments.words)
+    if (command_id("download-" + kind) == 0) return fail("Downloading " + kind + " is not possible with this version.");
   bool all_came = true;
   {
     const KeyReading keys(terminal_);
-    for (const std::string& kind : arguments.words) {
-      const int id = command_id("download-" + kind);
-      if (id == 0) return fail("Downloading " + kind + " is not possible with this version.");
-      all_came = run_command(session_, display_, id) && all_came;
-      if (!all_came) break;
-    }
+    for (const std::string& kind : arguments.words)
+      all_came = all_came && run_command(session_, display_, command_id("download-" + kind));
   }
   // What has arrived is written, but an old file is not replaced by nothing.
   if (!all_came && session_.items.empty()) return kFailed;
@@ -216,7 +223,7 @@ int ConsoleProgram::list(const Arguments& arguments) {
   for (int number = 0; (all || kind == "routes") && number < store::kRouteCapacity; ++number) {
     const store::Route& route = items.route(number);
     if (!route.header) continue;
-    print(base::format_text("R  %02d %s", number, std::string(route.header->comment).c_str()));
+    print(writer.item_line(*route.header, options));
     for (const store::ItemRecord& point : route.points) print(writer.item_line(point, options, true));
   }
   list_items("proximity", items.proximity_count(), &store::ItemStore::proximity);
@@ -246,7 +253,7 @@ bool ConsoleProgram::read_positions(const std::vector<std::string>& words, std::
     const std::string text = words[i] + " " + words[i + 1];
     const geodesy::ParsedPosition parsed = geodesy::parse_position(text, session_.shift.projection_ellipsoid());
     if (!parsed.position) {
-      terminal_.write(base::utf8_text("\"" + text + "\" is no position: " + parsed.problem) + ".\n");
+      (void)fail(no_position(text, parsed.problem));
       return false;
     }
     positions.push_back(*parsed.position);
@@ -259,7 +266,7 @@ int ConsoleProgram::shift(const Arguments& arguments) {
   if (!read_positions(arguments.words, positions)) return kFailed;
   const geodesy::Position result =
       session_.shift.convert_position_datum(arguments.from_datum, arguments.to_datum, positions[0]);
-  print(base::format_text("%.9f %.9f", result.latitude, result.longitude));
+  print_degrees(result);
   // An unknown datum counted as WGS-84, which was said.
   const bool both_known = session_.datums.find(arguments.from_datum) && session_.datums.find(arguments.to_datum);
   return both_known ? kDone : kFailed;
@@ -284,9 +291,9 @@ int ConsoleProgram::parse(const Arguments& arguments) {
   const std::string& datum = session_.settings.externaldatum;
   shift.set_datum_shift(datum, "WGS-84");
   const geodesy::ParsedPosition parsed = geodesy::parse_position(text, shift.source_ellipsoid());
-  if (!parsed.position) return fail("\"" + text + "\" is no position: " + parsed.problem + ".");
+  if (!parsed.position) return fail(no_position(text, parsed.problem));
   const geodesy::Position result = shift.convert(*parsed.position);
-  print(base::format_text("%.9f %.9f", result.latitude, result.longitude));
+  print_degrees(result);
   return session_.datums.find(datum) ? kDone : kFailed;
 }
 
@@ -314,10 +321,20 @@ int ConsoleProgram::save_config(const Arguments& arguments) {
 
 int ConsoleProgram::simulate(const Arguments& arguments) {
   if (arguments.words.front() != "garmin") return fail("A simulated Lowrance/Eagle unit is not there yet.");
+  const std::string wrong = session::wish_for_garmin(
+      session_, {arguments.product, arguments.software, arguments.protocols, arguments.baud, arguments.faults});
+  if (!wrong.empty()) return wrong_usage(wrong);
   if (!read_files(arguments.load)) return fail("The simulated receiver was not started.");
+  if (!arguments.load.empty()) session::load_simulated_garmin(session_);
   const KeyReading keys(terminal_);
-  const std::string problem = serve_simulated_garmin(session_, display_, terminal_, output_, arguments);
-  return problem.empty() ? kDone : fail(problem);
+  const auto started = [this](const std::string& path) { return static_cast<bool>(output_ << path << std::endl); };
+  const std::string problem =
+      session::serve_simulated_garmin(session_, arguments.link, started, [this] { return terminal_.take_esc(); });
+  if (!problem.empty()) return fail(problem);
+  if (arguments.save.empty()) return kDone;
+  const bool saved =
+      session::take_simulated_contents(session_) && session_.files.save(arguments.save, session_.text_options());
+  return saved ? kDone : fail("What the receiver holds was not saved.");
 }
 
 }  // namespace ui::console

@@ -51,6 +51,7 @@ class ConsoleProgram {
   bool write_outputs(const Arguments& arguments);
   [[nodiscard]] bool read_positions(const std::vector<std::string>& words, std::vector<geodesy::Position>& positions);
   void print(std::string_view line);
+  void print_degrees(const geodesy::Position& position);
 
   session::Session& session_;
   Display& display_;

@@ -28,7 +28,8 @@ std::string on_one_line(std::string_view text) {
 
 // Lines 1 and 2 carry errors, but also these.
 bool is_good_news(std::string_view text) {
-  return text.starts_with("reading: ") || (text.starts_with("File ") && text.ends_with(" saved"));
+  return text.starts_with("reading: ") || text.starts_with("Internal datums saved to: ") ||
+         (text.starts_with("File ") && text.ends_with(" saved"));
 }
 
 }  // namespace
@@ -67,7 +68,9 @@ void ConsoleScreen::paint_line(int line, std::string_view text) {
 
 void ConsoleScreen::paint_status(int field, std::string_view text) {
   if (mode_ == Mode::Trace) trace(base::format_text("status %d", field), text);
-  if (field == 1) step_text_ = base::trim_blanks(text);
+  const std::string_view shown = base::trim_blanks(text);
+  if (field == 1) step_text_ = shown;
+  if (mode_ == Mode::Plain && !shown.empty()) say(shown);
 }
 
 void ConsoleScreen::paint_title(std::string_view text) {

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -19,7 +20,7 @@ extern "C" void count_interrupt(int) { interrupts = interrupts + 1; }
 
 constexpr char kEscape = 27;
 // All that ask the program to end: the port must be put back first, whoever asks.
-constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 class TermiosTerminal : public Terminal {
  public:
@@ -39,13 +40,16 @@ class TermiosTerminal : public Terminal {
     struct sigaction action {};
     action.sa_handler = count_interrupt;
     for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &action, &old_actions_[i]);
+    // Whoever reads our messages may go away: the transfer goes on.
+    old_pipe_action_ = std::signal(SIGPIPE, SIG_IGN);
     // A background job must not touch the terminal: the system would stop it.
-    raw_ = tcgetattr(STDIN_FILENO, &old_settings_) == 0 && tcgetpgrp(STDIN_FILENO) == getpgrp();
+    raw_ = tcgetattr(STDIN_FILENO, &old_settings_) == 0 && is_foreground();
     if (!raw_) return;
     termios settings = old_settings_;
     settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
     settings.c_cc[VMIN] = 0;
     settings.c_cc[VTIME] = 0;
+    settings.c_cc[VSUSP] = _POSIX_VDISABLE;  // no receiver waits for a program that is stopped
     tcsetattr(STDIN_FILENO, TCSANOW, &settings);
   }
 
@@ -54,6 +58,7 @@ class TermiosTerminal : public Terminal {
     reading_ = false;
     if (raw_) tcsetattr(STDIN_FILENO, TCSANOW, &old_settings_);
     for (std::size_t i = 0; i < kSignals.size(); ++i) sigaction(kSignals[i], &old_actions_[i], nullptr);
+    std::signal(SIGPIPE, old_pipe_action_);
   }
 
   bool take_esc() override {
@@ -61,7 +66,7 @@ class TermiosTerminal : public Terminal {
       interrupts = 0;
       return true;
     }
-    if (!raw_) return false;
+    if (!raw_ || !is_foreground()) return false;
     pollfd input{STDIN_FILENO, POLLIN, 0};
     if (poll(&input, 1, 0) <= 0) return false;
     std::array<char, 64> keys;
@@ -77,14 +82,27 @@ class TermiosTerminal : public Terminal {
   void write(std::string_view utf8_text) override { std::cerr << utf8_text << std::flush; }
 
  private:
+  static bool is_foreground() { return tcgetpgrp(STDIN_FILENO) == getpgrp(); }
+
   bool reading_ = false;
   bool raw_ = false;
   termios old_settings_{};
   std::array<struct sigaction, kSignals.size()> old_actions_{};
+  void (*old_pipe_action_)(int) = SIG_DFL;
 };
+
+// A file opened while one of the three streams is missing would get its number, and our messages.
+void complete_standard_streams() {
+  int descriptor = 0;
+  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
+  if (descriptor > STDERR_FILENO) close(descriptor);
+}
 
 }  // namespace
 
-std::unique_ptr<Terminal> make_terminal() { return std::make_unique<TermiosTerminal>(); }
+std::unique_ptr<Terminal> make_terminal() {
+  complete_standard_streams();
+  return std::make_unique<TermiosTerminal>();
+}
 
 }  // namespace ui::console

@@ -1,0 +1,38 @@
+// A simulated receiver for other programs: on a pseudo-terminal of this machine, where it is found like a serial port.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "session/session.h"
+
+namespace session {
+
+// How the simulated receiver is wanted, as texts of a command line. Empty and missing values are the usual ones.
+struct SimulatorWishes {
+  std::optional<int> product;       // id
+  std::string software;             // version, such as 2.50
+  std::string protocols;            // capability array such as "L001 A010 A100 D108", or "none"
+  int baud = 0;                     // pace of the wire in bits per second; 0 takes no time
+  std::vector<std::string> faults;  // such as "drop-ack@7"
+};
+
+// Takes the wishes over into the session's simulated receiver. Empty on success, else what is wrong with them.
+[[nodiscard]] std::string wish_for_garmin(Session& session, const SimulatorWishes& wishes);
+
+// Gives the simulated receiver what the stores hold.
+void load_simulated_garmin(Session& session);
+
+// Serves the session's simulated receiver on a new pseudo-terminal, also found as the symbolic link `link` unless that
+// is empty, until stop() is true or the receiver is unplugged. started() is told the path; when it returns false the
+// receiver is not served. Empty on success, else what went wrong.
+[[nodiscard]] std::string serve_simulated_garmin(Session& session, const std::string& link,
+                                                 const std::function<bool(const std::string& path)>& started,
+                                                 const std::function<bool()>& stop);
+
+// Fills the stores with what the simulated receiver holds and gives away; false when that failed.
+[[nodiscard]] bool take_simulated_contents(Session& session);
+
+}  // namespace session
