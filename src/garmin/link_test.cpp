@@ -2,11 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 
-#include "base/safe_file.h"
 #include "garmin/protocol_selection.h"
 #include "tests/support/recording_front_end.h"
 #include "tests/support/scripted_device.h"
@@ -81,23 +78,6 @@ TEST_F(GetGarminMessage, EveryByteRestartsTheWait) {
   EXPECT_EQ(device->sent.size(), 1u);
 }
 
-TEST_F(GetGarminMessage, ADamagedPacketIsRefusedAndItsRepetitionTaken) {
-  link->link_protocol = 1;
-  Bytes damaged = wire(27, {2, 0});
-  damaged[3] ^= 1;
-  device->queue(damaged);
-  device->on_sent = [&](const Bytes& sent) {
-    if (sent[1] == 21) device->queue(wire(27, {2, 0}));
-  };
-  link->set_expected_id(27);
-  int count = 0;
-  link->on(PacketKind::Pid_Records, [&](auto data) { count = data[0]; });
-  link->getGarminMessage();
-  EXPECT_EQ(count, 2);
-  EXPECT_EQ(device->sent,
-            (std::vector<Bytes>{{0x10, 21, 2, 27, 0, 0xCE, 0x10, 3}, {0x10, 6, 2, 27, 0, 0xDD, 0x10, 3}}));
-}
-
 TEST_F(GetGarminMessage, SevenDamagedPacketsEndTheReceiveAndASecondSuchTimeTheTransfer) {
   const Bytes damaged{0x10, 1, 2, 3, 4, 0x10, 3};
   for (int i = 0; i < 14; ++i) device->queue(damaged);
@@ -135,13 +115,6 @@ TEST_F(GetGarminMessage, EscStopsTheWaitAtOnce) {
   EXPECT_LT(clock.now, 1100ms);
 }
 
-TEST_F(GetGarminMessage, APortThatVanishesEndsTheWaitAtOnce) {
-  device->vanish(500ms);
-  link->getGarminMessage();
-  EXPECT_TRUE(flags.ComTimedOut);
-  EXPECT_LT(clock.now, 1s);
-}
-
 TEST_F(GetGarminMessage, AcksAreNotAnsweredButNaksAre) {
   device->queue(wire(6, {10, 0}));
   link->getGarminMessage();
@@ -177,26 +150,6 @@ TEST_F(GetGarminMessage, Packet43IsNeverSent) {
   EXPECT_FALSE(link->sendGarminPacket(Bytes{43, 1, 0}, "Waypoint"));
   EXPECT_EQ(front_end.lines[1], "Error 141, aborting...");
   EXPECT_TRUE(device->sent.empty());
-}
-
-TEST_F(GetGarminMessage, TheDebugLogHoldsBothDirections) {
-  const std::filesystem::path path = std::filesystem::temp_directory_path() / "pelorix_link_test.log";
-  ASSERT_TRUE(log.open(path, serial::ByteFormat::Hex, "1"));
-  link->link_protocol = 1;
-  link->sendGarminPacket(Bytes{10, 2, 7, 0}, "GetGPSstart from  getWaypoints");
-  device->queue(wire(12, {7, 0}));
-  link->getGarminMessage();
-  std::string contents, reason;
-  ASSERT_TRUE(base::load_file(path, contents, reason));
-  EXPECT_EQ(contents, base::with_line_ends("Program version: 1\n"
-                                           "\nSending: GetGPSstart from  getWaypoints\n"
-                                           " 10   0a   02   07   00   ed   10   03  \n"
-                                           "\nReceived:\n"
-                                           " 10   0c   02   07   00   eb   10   03  \n"
-                                           "Sending: ACK\n"
-                                           " 10   06   02   0c   00   ec   10   03  \n"
-                                           "Pid_Xfer_Cmplt record\n"));
-  std::filesystem::remove(path);
 }
 
 class Identification : public GarminConversation {

@@ -22,10 +22,6 @@ TEST(FrameMessage, AChecksumOf16IsDoubledToo) {
   EXPECT_EQ(frame_message(Bytes{0xEE, 1, 1}), (Bytes{0x10, 0xEE, 1, 1, 0x10, 0x10, 0x10, 3}));
 }
 
-TEST(FrameMessage, ProductRequestGoesOutWithItsOneDataByte) {
-  EXPECT_EQ(frame_message(Bytes{254, 1, 32}), (Bytes{0x10, 254, 1, 32, 0xE1, 0x10, 3}));
-}
-
 TEST(PacketAssembler, ADataByte16BeforeA3DoesNotEndThePacket) {
   PacketAssembler assembler;
   assembler.start();

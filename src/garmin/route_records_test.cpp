@@ -35,18 +35,6 @@ TEST(RouteRecords, RouteZeroIsANumberAndAnEmptyNameIsAName) {
   EXPECT_EQ(header_of(202, data_of("\0")).name, "");
 }
 
-TEST(RouteRecords, AHeaderOfTheWrongLengthIsRefused) {
-  RouteHeader header;
-  const auto refusal = [&](std::uint16_t number, const base::Bytes& data) {
-    return decode_record(kRouteHeaderFormats, number, "Pid_Rte_Hdr", data, header).refusal;
-  };
-  EXPECT_EQ(refusal(200, {}), "Pid_Rte_Hdr D200: 0 bytes instead of 1: record refused");
-  EXPECT_EQ(refusal(201, data_of("\x13HOME")), "Pid_Rte_Hdr D201: 5 bytes instead of 21: record refused");
-  EXPECT_EQ(refusal(202, data_of("LAKE")), "Pid_Rte_Hdr D202: 4 bytes, needs at least 5: record refused");
-  EXPECT_EQ(refusal(202, data_of("LAKE\0X")), "Pid_Rte_Hdr D202: 6 bytes instead of 5: record refused");
-  EXPECT_EQ(header.name, "");
-}
-
 constexpr char kLink[] =
     "\x03\x01\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11\x12"
     "Route 66\0";

@@ -62,18 +62,6 @@ TEST(TrackRecords, APointWithoutAPositionIsRefusedNotPutAtZero) {
   EXPECT_EQ(item.time.seconds, 0U);
 }
 
-TEST(TrackRecords, APointOfTheWrongLengthIsRefused) {
-  ItemRecord item = store::blank_item();
-  const auto refusal = [&](std::uint16_t number, const base::Bytes& data) {
-    return decode_record(kTrackPointFormats, number, "Pid_Trk_Data", data, item).refusal;
-  };
-  EXPECT_EQ(refusal(300, data_of(PLACE_AND_TIME "\0\0")), "Pid_Trk_Data D300: 14 bytes instead of 13: record refused");
-  EXPECT_EQ(refusal(301, data_of(PLACE_AND_TIME ALTITUDE_DEPTH)),
-            "Pid_Trk_Data D301: 20 bytes instead of 21: record refused");
-  EXPECT_EQ(refusal(302, data_of(PLACE_AND_TIME ALTITUDE_DEPTH "\0\0\0\0\0\0")),
-            "Pid_Trk_Data D302: 26 bytes instead of 25: record refused");
-}
-
 TEST(TrackRecords, AHeaderNamesAndColoursItsTrack) {
   for (const std::uint16_t number : {std::uint16_t{310}, std::uint16_t{312}}) {
     const ItemRecord item = header(number, data_of("\x01\x0C"

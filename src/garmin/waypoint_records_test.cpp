@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/described_store.h"
+
 namespace garmin {
 namespace {
 
@@ -31,200 +33,157 @@ ItemRecord decoded(std::uint16_t number, const std::string& data) { return decod
 
 constexpr std::uint8_t kG12xl = 2;
 
-// Ident, 45 S (-2^29), 11.25 E (2^26), unused, comment.
-#define HEAD         \
-  "BRIDGE"           \
-  "\x00\x00\x00\xE0" \
-  "\x00\x00\x00\x08" \
-  "\x99\x99\x99\x99" \
-  "CROSS HERE"       \
-  "          "       \
-  "                    "
+#define PLACE "\x00\x00\x00\xE0\x00\x00\x00\x08"  // 45 S (-2^29), 11.25 E (2^26)
+// Ident, place, unused, comment.
+#define HEAD "BRIDGE" PLACE "\x99\x99\x99\x99GO ACROSS HERE                          "
 #define DISTANCE_250 "\x00\x00\x7A\x43"
 #define NOT_KNOWN "\x51\x59\x04\x69"
 #define NAME_30 "TOWN FIELD                    "
 #define CITY_24 "SPRINGFIELD             "
-
-void expect_head(const ItemRecord& item) {
-  EXPECT_EQ(item.ident, "BRIDGE");
-  EXPECT_EQ(item.position, (geodesy::Position{-45, 11.25}));
-  EXPECT_EQ(item.comment, "CROSS HERE");
-}
-
-TEST(WaypointRecords, D100HasNoSymbolAndIsANamedDot) {
-  const ItemRecord item = decoded(100, data_of(HEAD));
-  expect_head(item);
-  EXPECT_EQ(item.symbol, 0);
-  EXPECT_EQ(item.symbol_mode, kG12xl);
-  EXPECT_EQ(item.display_mode, 3);
-  EXPECT_EQ(item.record_type, 0);
-  EXPECT_EQ(item.waypoint_class, store::kClassNotSet);
-  EXPECT_FALSE(store::is_known(item.altitude));
-}
-
-TEST(WaypointRecords, D101AndD102CarryADistanceAndASymbolType) {
-  const ItemRecord narrow = decoded(101, data_of(HEAD DISTANCE_250 "\x96"));
-  expect_head(narrow);
-  EXPECT_EQ(narrow.proximity_distance, 250.0F);
-  EXPECT_EQ(narrow.symbol, 150);
-  EXPECT_EQ(narrow.symbol_mode, store::kSymbolModeNotGiven);
-  const ItemRecord wide = decoded(102, data_of(HEAD DISTANCE_250 "\x12\x20"));
-  expect_head(wide);
-  EXPECT_EQ(wide.proximity_distance, 250.0F);
-  EXPECT_EQ(wide.symbol, 8210);
-}
-
-TEST(WaypointRecords, TheSixteenSymbolsOfD103AreNotTakenForSymbolTypes) {
-  const ItemRecord item = decoded(103, data_of(HEAD "\x06\x01"));
-  expect_head(item);
-  EXPECT_EQ(item.symbol, 6);
-  EXPECT_EQ(item.symbol_mode, kG12xl);
-  EXPECT_EQ(item.display_mode, 1);
-}
-
-TEST(WaypointRecords, DisplayCodesOf103And104BecomeTheSameModes) {
-  EXPECT_EQ(decoded(103, data_of(HEAD "\x06\x00")).display_mode, 3);
-  EXPECT_EQ(decoded(103, data_of(HEAD "\x06\x02")).display_mode, 5);
-  EXPECT_EQ(decoded(103, data_of(HEAD "\x06\x03")).display_mode, 5);
-  EXPECT_EQ(decoded(104, data_of(HEAD DISTANCE_250 "\x12\x20\x00")).display_mode, 1);
-  EXPECT_EQ(decoded(104, data_of(HEAD DISTANCE_250 "\x12\x20\x01")).display_mode, 1);
-  EXPECT_EQ(decoded(104, data_of(HEAD DISTANCE_250 "\x12\x20\x03")).display_mode, 3);
-  EXPECT_EQ(decoded(104, data_of(HEAD DISTANCE_250 "\x12\x20\x05")).display_mode, 5);
-  EXPECT_EQ(decoded(104, data_of(HEAD DISTANCE_250 "\x12\x20\xFF")).display_mode, 5);
-}
-
-TEST(WaypointRecords, D105HasALongIdentAndNoCommentOfItsOwn) {
-  const ItemRecord item = decoded(105, data_of("\x00\x00\x00\xE0\x00\x00\x00\x08\x12\x20"
-                                               "A Name Longer Than Fifteen\0"));
-  EXPECT_EQ(item.position, (geodesy::Position{-45, 11.25}));
-  EXPECT_EQ(item.symbol, 8210);
-  EXPECT_EQ(item.ident, "A Name Longer Than Fifteen");
-  EXPECT_TRUE(item.comment.empty());
-  EXPECT_EQ(item.record_type, 105);
-  EXPECT_EQ(item.detail_kind, store::kLongIdentDetails);
-  EXPECT_EQ(item.waypoint_class, store::kClassNotSet);
-}
-
 #define SUBCLASS_13 "\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0A\x0B\x0C\x0D"
-constexpr char kD106[] = "\x80" SUBCLASS_13
-                         "\x00\x00\x00\xE0\x00\x00\x00\x08\x12\x20"
-                         "MAIN ST\0"
-                         "I 95\0";
-
-TEST(WaypointRecords, D106KeepsClassSubclassAndLinkIdent) {
-  const ItemRecord item = decoded(106, data_of(kD106));
-  EXPECT_EQ(item.waypoint_class, 0x80);
-  EXPECT_EQ(item.subclass, (std::array<std::uint8_t, 18>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13}));
-  EXPECT_EQ(item.position, (geodesy::Position{-45, 11.25}));
-  EXPECT_EQ(item.symbol, 8210);
-  EXPECT_EQ(item.ident, "MAIN ST");
-  EXPECT_EQ(item.link_ident, "I 95");
-  EXPECT_EQ(item.record_type, 106);
-  EXPECT_EQ(item.detail_kind, store::kLongIdentDetails);
-}
-
-TEST(WaypointRecords, AUserPointInD106KeepsItsLinkIdentOnDetailLines) {
-  const ItemRecord item = decoded(106, data_of("\0" SUBCLASS_13 "\x00\x00\x00\xE0\x00\x00\x00\x08\x12\x20"
-                                               "HOME\0"
-                                               "I 95\0"));
-  EXPECT_EQ(item.waypoint_class, 0);
-  EXPECT_EQ(item.detail_kind, store::kLongIdentDetails);
-  EXPECT_EQ(item.link_ident, "I 95");
-}
-
-TEST(WaypointRecords, D107KeepsSymbolDisplayDistanceAndColour) {
-  const ItemRecord item = decoded(107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x03"));
-  expect_head(item);
-  EXPECT_EQ(item.symbol, 7);
-  EXPECT_EQ(item.symbol_mode, kG12xl);
-  EXPECT_EQ(item.display_mode, 5);
-  EXPECT_EQ(item.proximity_distance, 250.0F);
-  EXPECT_EQ(item.colour, 2);  // "Blue" in a waypoint line
-  EXPECT_EQ(decoded(107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x01")).colour, 1);
-  EXPECT_EQ(decoded(107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x02")).colour, 3);
-  EXPECT_EQ(decoded(107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x00")).colour, store::kDefaultColour);
-  EXPECT_EQ(decoded(107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x04")).colour, store::kDefaultColour);
-}
-
+#define D106_FROM_SUBCLASS SUBCLASS_13 PLACE "\x12\x20MAIN ST\0I 95\0"
 #define SUBCLASS_18 SUBCLASS_13 "\x0E\x0F\x10\x11\x12"
-// Symbol 8210, subclass, 45 S, 11.25 E, altitude 1234.5 m, depth -2.5 m, distance 250 m, state, country.
-#define FULL_PLACE                   \
-  "\x12\x20" SUBCLASS_18             \
-  "\x00\x00\x00\xE0\x00\x00\x00\x08" \
-  "\x00\x50\x9A\x44"                 \
-  "\x00\x00\x20\xC0" DISTANCE_250    \
-  "TX"                               \
-  "US"
-#define FULL_TEXTS \
-  "Pass 12\0"      \
-  "steep\0"        \
-  "Hut\0"          \
-  "Alpville\0"     \
-  "12 High Road\0" \
-  "Low Road\0"
+// Symbol 8210, subclass, place, altitude 1234.5 m, depth -2.5 m, distance 250 m, state, country.
+#define FULL_PLACE "\x12\x20" SUBCLASS_18 PLACE "\x00\x50\x9A\x44\x00\x00\x20\xC0" DISTANCE_250 "TXUS"
+#define FULL_TEXTS "Pass 12\0steep\0Hut\0Alpville\0High Road 12\0Low Road\0"
+// Distance, name, city, state, altitude -2 m, country, unused.
+#define AVIATION DISTANCE_250 NAME_30 CITY_24 "TX\xFE\xFFUS\x77"
 
-void expect_full(const ItemRecord& item) {
-  EXPECT_EQ(item.record_type, 108);
-  EXPECT_EQ(item.symbol, 8210);
-  EXPECT_EQ(item.symbol_mode, store::kSymbolModeNotGiven);
-  EXPECT_EQ(item.subclass,
-            (std::array<std::uint8_t, 18>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18}));
-  EXPECT_EQ(item.position, (geodesy::Position{-45, 11.25}));
-  EXPECT_EQ(item.altitude, 1234.5F);
-  EXPECT_EQ(item.depth, -2.5F);
-  EXPECT_EQ(item.proximity_distance, 250.0F);
-  EXPECT_EQ(item.state, "TX");
-  EXPECT_EQ(item.country, "US");
-  EXPECT_EQ(item.ident, "Pass 12");
-  EXPECT_EQ(item.comment, "steep");
-  EXPECT_EQ(item.facility, "Hut");
-  EXPECT_EQ(item.city, "Alpville");
-  EXPECT_EQ(item.address, "12 High Road");
-  EXPECT_EQ(item.cross_road, "Low Road");
+// Ident, country, class, place, altitude, city, state, name, comment.
+std::string d150(char waypoint_class, const std::string& altitude) {
+  return data_of("KABC  US") + waypoint_class + data_of(PLACE) + altitude + data_of(CITY_24 "TX" NAME_30) +
+         "TOWER 118.5" + std::string(29, ' ');
 }
 
-TEST(WaypointRecords, D108KeepsEveryField) {
-  const ItemRecord item = decoded(108, data_of("\x83\x09\x02\x60" FULL_PLACE FULL_TEXTS));
-  expect_full(item);
-  EXPECT_EQ(item.waypoint_class, 0x83);
-  EXPECT_EQ(item.detail_kind, store::kFullDetails);
-  EXPECT_EQ(item.colour, 1);
-  EXPECT_EQ(item.display_mode, 5);
+ItemRecord drawn(int symbol, int symbol_mode, int display_mode) {
+  ItemRecord item = store::blank_item();
+  item.position = {-45, 11.25};
+  item.symbol = static_cast<std::int16_t>(symbol);
+  item.symbol_mode = static_cast<std::uint8_t>(symbol_mode);
+  item.display_mode = static_cast<std::int16_t>(display_mode);
+  return item;
+}
+ItemRecord short_item(float distance, int symbol, int symbol_mode, int display_mode, std::uint8_t colour = 0) {
+  ItemRecord item = drawn(symbol, symbol_mode, display_mode);
+  item.ident = "BRIDGE";
+  item.comment = "GO ACROSS HERE";
+  item.proximity_distance = distance;
+  item.colour = colour;
+  return item;
+}
+ItemRecord long_ident_item(std::uint16_t record_type, std::string_view ident) {
+  ItemRecord item = drawn(8210, store::kSymbolModeNotGiven, 3);
+  item.ident = ident;
+  item.record_type = record_type;
+  item.detail_kind = store::kLongIdentDetails;
+  return item;
+}
+ItemRecord road(std::uint8_t waypoint_class) {
+  ItemRecord item = long_ident_item(106, "MAIN ST");
+  item.waypoint_class = waypoint_class;
+  item.subclass = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13};
+  item.link_ident = "I 95";
+  return item;
+}
+ItemRecord full_item(std::uint8_t waypoint_class, int display_mode, std::uint8_t colour, std::uint32_t time = 0) {
+  ItemRecord item = drawn(8210, store::kSymbolModeNotGiven, display_mode);
+  item.record_type = 108;
+  item.waypoint_class = waypoint_class;
+  item.detail_kind = waypoint_class == 0 ? store::kNoDetails : store::kFullDetails;
+  item.colour = colour;
+  item.time = {time};
+  item.subclass = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18};
+  item.altitude = 1234.5F;
+  item.depth = -2.5F;
+  item.proximity_distance = 250;
+  item.state = "TX";
+  item.country = "US";
+  item.ident = "Pass 12";
+  item.comment = "steep";
+  item.facility = "Hut";
+  item.city = "Alpville";
+  item.address = "High Road 12";
+  item.cross_road = "Low Road";
+  return item;
+}
+ItemRecord with_field(ItemRecord item, std::uint16_t record_type, std::uint8_t waypoint_class, float altitude) {
+  item.record_type = record_type;
+  item.waypoint_class = waypoint_class;
+  item.altitude = altitude;
+  item.name = "TOWN FIELD";
+  item.city = "SPRINGFIELD";
+  item.state = "TX";
+  item.country = "US";
+  return item;
+}
+ItemRecord airport(std::uint8_t waypoint_class, float distance = 0) {
+  ItemRecord item = with_field(short_item(distance, 0, kG12xl, 3), 154, waypoint_class, 1234);
+  item.ident = "KABC";
+  item.comment = "TOWER 118.5";
+  return item;
 }
 
-TEST(WaypointRecords, D109UnpacksDisplayAndColour) {
-  const ItemRecord item = decoded(109, data_of("\x01\x40\x49\x70" FULL_PLACE "\x10\x0E\x00\x00" FULL_TEXTS));
-  expect_full(item);
-  EXPECT_EQ(item.waypoint_class, 0x40);
-  EXPECT_EQ(item.display_mode, 5);
-  EXPECT_EQ(item.colour, 1);  // red
-  const ItemRecord plain = decoded(109, data_of("\x01\x40\x3F\x70" FULL_PLACE "\x10\x0E\x00\x00" FULL_TEXTS));
-  EXPECT_EQ(plain.display_mode, 1);
-  EXPECT_EQ(plain.colour, store::kDefaultColour);
+struct Case {
+  std::uint16_t number;
+  std::string data;
+  ItemRecord item;
+};
+void expect_decoded(std::span<const RecordFormat> formats, const std::vector<Case>& cases) {
+  for (const auto& [number, data, item] : cases) {
+    const ItemRecord found = decoded(formats, number, data);
+    EXPECT_EQ(support::described(found), support::described(item)) << number;
+    EXPECT_EQ(found.position, item.position) << number;
+  }
 }
 
-#define D110_START "\x01\x81\x0C\x80"  // class 0x81, blue, symbol and name
-#define D110_SKIPPED "\x10\x0E\x00\x00\x00\x00\xA8\x41"
-
-TEST(WaypointRecords, D110KeepsTheTimeAndSkipsTemperatureAndCategories) {
-  const ItemRecord item =
-      decoded(110, data_of(D110_START FULL_PLACE D110_SKIPPED "\x04\x03\x02\x01\x05\x00" FULL_TEXTS));
-  expect_full(item);
-  EXPECT_EQ(item.waypoint_class, 0x81);
-  EXPECT_EQ(item.time.seconds, 0x01020304U);
-  EXPECT_EQ(item.display_mode, 3);
-  EXPECT_EQ(item.colour, 2);
-  const ItemRecord never =
-      decoded(110, data_of(D110_START FULL_PLACE D110_SKIPPED "\xFF\xFF\xFF\xFF\x05\x00" FULL_TEXTS));
-  EXPECT_EQ(never.time.seconds, 0U);
+TEST(WaypointRecords, EveryWaypointFormatKeepsAllItsFields) {
+  constexpr int kGivenLater = store::kSymbolModeNotGiven;
+  const std::string altitude_1234 = "\xD2\x04";
+  expect_decoded(
+      kWaypointFormats,
+      {{100, data_of(HEAD), short_item(0, 0, kG12xl, 3)},
+       {101, data_of(HEAD DISTANCE_250 "\x96"), short_item(250, 150, kGivenLater, 3)},
+       {102, data_of(HEAD DISTANCE_250 "\x12\x20"), short_item(250, 8210, kGivenLater, 3)},
+       {103, data_of(HEAD "\x06\x01"), short_item(0, 6, kG12xl, 1)},
+       {104, data_of(HEAD DISTANCE_250 "\x12\x20\x05"), short_item(250, 8210, kGivenLater, 5)},
+       {105, data_of(PLACE "\x12\x20Long Name Beyond Fifteen\0"), long_ident_item(105, "Long Name Beyond Fifteen")},
+       {106, data_of("\x80" D106_FROM_SUBCLASS), road(0x80)},
+       {106, data_of("\0" D106_FROM_SUBCLASS), road(0)},  // a user's point, and still with a link
+       {107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x03"), short_item(250, 7, kG12xl, 5, 2)},
+       {108, data_of("\x83\x09\x02\x60" FULL_PLACE FULL_TEXTS), full_item(0x83, 5, 1)},
+       {108, data_of("\0\xFF\0\x60" FULL_PLACE FULL_TEXTS), full_item(0, 3, store::kDefaultColour)},
+       {109, data_of("\x01\x40\x49\x70" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS), full_item(0x40, 5, 1)},
+       {109, data_of("\x01\x40\x3F\x70" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS),
+        full_item(0x40, 1, store::kDefaultColour)},
+       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\x04\x03\x02\x01\x05\0" FULL_TEXTS),
+        full_item(0x81, 3, 2, 0x01020304)},
+       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\xFF\xFF\xFF\xFF\x05\0" FULL_TEXTS),
+        full_item(0x81, 3, 2)},
+       {150, d150(6, altitude_1234), airport(6)},
+       {150, d150(7, altitude_1234), airport(9)},  // locked
+       {151, data_of(HEAD AVIATION "\x01"), with_field(short_item(250, 0, kG12xl, 3), 151, 1, -2)},
+       {152, data_of(HEAD AVIATION "\x03"), with_field(short_item(250, 0, kG12xl, 3), 152, 3, -2)},
+       {154, data_of(HEAD AVIATION "\x08\x03\x40"), with_field(short_item(250, 16387, kGivenLater, 3), 154, 8, -2)},
+       {155, data_of(HEAD AVIATION "\x05\x03\x40\x01"),
+        with_field(short_item(250, 16387, kGivenLater, 1), 155, 5, -2)}});
 }
 
-TEST(WaypointRecords, AUserWaypointInD108KeepsItsFieldsWithoutBeingDetailed) {
-  const ItemRecord item = decoded(108, data_of("\0\xFF\0\x60" FULL_PLACE FULL_TEXTS));
-  expect_full(item);
-  EXPECT_EQ(item.waypoint_class, 0);
-  EXPECT_EQ(item.detail_kind, store::kNoDetails);
-  EXPECT_EQ(item.colour, store::kDefaultColour);
+TEST(WaypointRecords, ProximityFormatsKeepTheirDistance) {
+  expect_decoded(kProximityFormats,
+                 {{400, data_of(HEAD DISTANCE_250), short_item(250, 0, kG12xl, 3)},
+                  {403, data_of(HEAD "\x09\x01" DISTANCE_250), short_item(250, 9, kG12xl, 1)},
+                  {450, data_of("\x07\0") + d150(0, "\xD2\x04") + data_of(DISTANCE_250), airport(0, 250)}});
+  for (const int number : {101, 102, 104, 107, 108, 109, 110, 151, 152, 154, 155})
+    EXPECT_NE(find_format(kProximityFormats, static_cast<std::uint16_t>(number)), nullptr) << number;
+}
+
+TEST(WaypointRecords, DisplayCodesAndColoursOfEachFormatBecomeTheSameModesAndColours) {
+  for (const auto& [code, mode] : {std::pair('\0', 3), std::pair('\2', 5), std::pair('\3', 5)})
+    EXPECT_EQ(decoded(103, data_of(HEAD "\x06") + code).display_mode, mode);
+  for (const auto& [code, mode] : {std::pair('\0', 1), std::pair('\1', 1), std::pair('\3', 3), std::pair('\xFF', 5)})
+    EXPECT_EQ(decoded(104, data_of(HEAD DISTANCE_250 "\x12\x20") + code).display_mode, mode);
+  for (const auto& [code, colour] : {std::pair('\0', 16), std::pair('\1', 1), std::pair('\2', 3), std::pair('\4', 16)})
+    EXPECT_EQ(decoded(107, data_of(HEAD "\x07\x02" DISTANCE_250) + code).colour, colour);
 }
 
 // Deliberate : the dark colours change places with those that have a word of their own.
@@ -258,67 +217,11 @@ TEST(WaypointRecords, UnknownHeightsStayUnknownAndAnUnknownDistanceIsNone) {
   EXPECT_EQ(damaged.proximity_distance, 0.0F);
 }
 
-// Ident, country, class, 45 S, 11.25 E, altitude, city, state, name, comment.
-std::string d150(char waypoint_class, const std::string& altitude) {
-  return data_of("KABC  US") + waypoint_class + data_of("\0\0\0\xE0\0\0\0\x08") + altitude +
-         data_of(CITY_24 "TX" NAME_30
-                         "TOWER 118.5"
-                         "                             ");
-}
-
-TEST(WaypointRecords, D150KeepsEveryFieldUnderType154) {
-  const ItemRecord item = decoded(150, d150(6, data_of("\xD2\x04")));
-  EXPECT_EQ(item.record_type, 154);
-  EXPECT_EQ(item.ident, "KABC");
-  EXPECT_EQ(item.country, "US");
-  EXPECT_EQ(item.waypoint_class, 6);
-  EXPECT_EQ(item.position, (geodesy::Position{-45, 11.25}));
-  EXPECT_EQ(item.altitude, 1234.0F);
-  EXPECT_EQ(item.city, "SPRINGFIELD");
-  EXPECT_EQ(item.state, "TX");
-  EXPECT_EQ(item.name, "TOWN FIELD");
-  EXPECT_EQ(item.comment, "TOWER 118.5");
-  EXPECT_EQ(decoded(150, d150(7, data_of("\xD2\x04"))).waypoint_class, 9);  // locked
-}
-
 TEST(WaypointRecords, ZeroIsTheAltitudeOfAnAirportButNotThatOfAUserWaypoint) {
   EXPECT_EQ(decoded(150, d150(0, data_of("\0\0"))).altitude, 0.0F);
   EXPECT_FALSE(store::is_known(decoded(150, d150(4, data_of("\0\0"))).altitude));
   EXPECT_FALSE(store::is_known(decoded(150, d150(7, data_of("\0\0"))).altitude));
   EXPECT_EQ(decoded(150, d150(4, data_of("\xFE\xFF"))).altitude, -2.0F);
-}
-
-#define AVIATION_TAIL \
-  NAME_30 CITY_24     \
-      "TX"            \
-      "\xFE\xFF"      \
-      "US"            \
-      "\x77"
-
-void expect_aviation(const ItemRecord& item, int record_type, int waypoint_class) {
-  expect_head(item);
-  EXPECT_EQ(item.record_type, record_type);
-  EXPECT_EQ(item.waypoint_class, waypoint_class);
-  EXPECT_EQ(item.proximity_distance, 250.0F);
-  EXPECT_EQ(item.name, "TOWN FIELD");
-  EXPECT_EQ(item.city, "SPRINGFIELD");
-  EXPECT_EQ(item.state, "TX");
-  EXPECT_EQ(item.altitude, -2.0F);
-  EXPECT_EQ(item.country, "US");
-  EXPECT_EQ(item.detail_kind, store::kNoDetails);
-}
-
-TEST(WaypointRecords, D151ToD155KeepEveryField) {
-  expect_aviation(decoded(151, data_of(HEAD DISTANCE_250 AVIATION_TAIL "\x01")), 151, 1);
-  expect_aviation(decoded(152, data_of(HEAD DISTANCE_250 AVIATION_TAIL "\x03")), 152, 3);
-  const ItemRecord d154 = decoded(154, data_of(HEAD DISTANCE_250 AVIATION_TAIL "\x08\x03\x40"));
-  expect_aviation(d154, 154, 8);
-  EXPECT_EQ(d154.symbol, 16387);
-  EXPECT_EQ(d154.symbol_mode, store::kSymbolModeNotGiven);
-  const ItemRecord d155 = decoded(155, data_of(HEAD DISTANCE_250 AVIATION_TAIL "\x05\x03\x40\x01"));
-  expect_aviation(d155, 155, 5);
-  EXPECT_EQ(d155.symbol, 16387);
-  EXPECT_EQ(d155.display_mode, 1);
 }
 
 TEST(WaypointRecords, EachAviationFormatHasItsOwnUserClassWhoseZeroAltitudeIsUnknown) {
@@ -336,27 +239,6 @@ TEST(WaypointRecords, EachAviationFormatHasItsOwnUserClassWhoseZeroAltitudeIsUnk
   EXPECT_FALSE(is_known_at_zero(155, 5, "AAA"));
 }
 
-TEST(WaypointRecords, ProximityFormatsKeepTheirDistance) {
-  const ItemRecord d400 = decoded(kProximityFormats, 400, data_of(HEAD DISTANCE_250));
-  expect_head(d400);
-  EXPECT_EQ(d400.proximity_distance, 250.0F);
-  const ItemRecord d403 = decoded(kProximityFormats, 403, data_of(HEAD "\x09\x01" DISTANCE_250));
-  expect_head(d403);
-  EXPECT_EQ(d403.symbol, 9);
-  EXPECT_EQ(d403.symbol_mode, kG12xl);
-  EXPECT_EQ(d403.display_mode, 1);
-  EXPECT_EQ(d403.proximity_distance, 250.0F);
-  const ItemRecord d450 =
-      decoded(kProximityFormats, 450, data_of("\x07\0") + d150(0, data_of("\xD2\x04")) + data_of(DISTANCE_250));
-  EXPECT_EQ(d450.ident, "KABC");
-  EXPECT_EQ(d450.altitude, 1234.0F);
-  EXPECT_EQ(d450.comment, "TOWER 118.5");
-  EXPECT_EQ(d450.proximity_distance, 250.0F);
-  for (const int number : {101, 102, 104, 107, 108, 109, 110, 151, 152, 154, 155}) {
-    EXPECT_NE(find_format(kProximityFormats, static_cast<std::uint16_t>(number)), nullptr) << number;
-  }
-}
-
 TEST(WaypointRecords, AFormatWithoutADistanceIsNoProximityFormatNorTheOtherWayRound) {
   ItemRecord item = store::blank_item();
   const Bytes d100 = to_bytes(data_of(HEAD));
@@ -370,7 +252,7 @@ TEST(WaypointRecords, ARecordOfTheWrongLengthIsRefusedNamingBothLengths) {
   const std::string d100 = data_of(HEAD);
   EXPECT_EQ(decode(100, d100.substr(0, 57), item).refusal, "Pid_Wpt_Data D100: 57 bytes instead of 58: record refused");
   EXPECT_EQ(decode(100, d100 + '\0', item).refusal, "Pid_Wpt_Data D100: 59 bytes instead of 58: record refused");
-  const std::string d106 = data_of(kD106);  // 24 bytes, MAIN ST, I 95
+  const std::string d106 = data_of("\x80" D106_FROM_SUBCLASS);  // 24 bytes, MAIN ST, I 95
   EXPECT_EQ(decode(106, d106.substr(0, 12), item).refusal,
             "Pid_Wpt_Data D106: 12 bytes, needs at least 26: record refused");
   EXPECT_EQ(decode(106, d106 + 'X', item).refusal, "Pid_Wpt_Data D106: 38 bytes instead of 37: record refused");

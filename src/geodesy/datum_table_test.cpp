@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <tuple>
 
 #include "base/safe_file.h"
 #include "geodesy/built_in_datums.h"
@@ -33,44 +34,32 @@ class UserDatums : public testing::Test {
   support::RecordingFrontEnd front_end;
 };
 
-TEST_F(UserDatums, ARowReplacesTheBuiltInOneOfThatNameInAnyLetterCase) {
-  ASSERT_EQ(load("ordnance_survey_of_great_britain_36,1.5,0.25,-1,2,3\n"), 1);
-  const DatumEntry* const row = table.find("Ordnance_Survey_of_Great_Britain_36");
-  EXPECT_EQ(row->da, 1.5);
-  EXPECT_EQ(row->df, 0.25);
-  EXPECT_EQ(row->dx, -1);
-  EXPECT_EQ(row->dz, 3);
+TEST_F(UserDatums, RowsAreReadHoweverTheyAreWritten) {
+  struct Case {
+    std::string_view text;
+    DatumEntry row;
+  };
+  for (const auto& [text, row] : {
+           Case{"ordnance_survey_of_great_britain_36,1.5,0.25,-1,2,3\n",  // in the built-in one's place
+                {"Ordnance_Survey_of_Great_Britain_36", 1.5, 0.25, -1, 2, 3}},
+           Case{"a,1,2,3,4,5\r\nb,1,2,3,4,6\r\n", {"b", 1, 2, 3, 4, 6}},
+           Case{"x,abc,nan,,--5,7 m\n", {"x", 0, 0, 0, 0, 7}},
+           Case{"x,0,0,65537,-32769,99999999999999999999\n", {"X", 0, 0, 1, 32767, 0}},  // 16 bits wrap
+           Case{"good ,1,2,3,4,5  ", {"GOOD ", 1, 2, 3, 4, 5}},  // blanks before the comma belong to the name
+       }) {
+    ASSERT_EQ(load(text), 1) << text;
+    const DatumEntry* const found = table.find(row.name);
+    ASSERT_NE(found, nullptr) << text;
+    EXPECT_EQ(std::tie(found->da, found->df, found->dx, found->dy, found->dz),
+              std::tie(row.da, row.df, row.dx, row.dy, row.dz))
+        << text;
+  }
 }
 
 TEST_F(UserDatums, OnlyLinesWithFiveCommasThatAreNoCommentsCount) {
-  ASSERT_EQ(load("four,1,2,3,4\nsix,1,2,3,4,5,6\n;five,1,2,3,4,5\n  ; x,1,2,3,4,5\n\n   good ,1,2,3,4,5  "), 1);
+  ASSERT_EQ(load("four,1,2,3,4\nsix,1,2,3,4,5,6\n;five,1,2,3,4,5\n  ; x,1,2,3,4,5\n\n   good,1,2,3,4,5\n"), 1);
   EXPECT_EQ(user_rows(), 1u);
-  EXPECT_EQ(table.names().front(), "good ");  // blanks before the comma belong to the name
-  EXPECT_EQ(table.find("good "), table.find("GOOD "));
-}
-
-TEST_F(UserDatums, FilesOfEitherSystemReadAlike) {
-  ASSERT_EQ(load("a,1,2,3,4,5\r\nb,1,2,3,4,6\r\n"), 1);
-  EXPECT_EQ(table.find("b")->dz, 6);
-  EXPECT_EQ(user_rows(), 2u);
-}
-
-TEST_F(UserDatums, TextThatIsNoNumberReadsAsZero) {
-  ASSERT_EQ(load("x,abc,nan,,--5,7 m\n"), 1);
-  const DatumEntry* const row = table.find("x");
-  EXPECT_EQ(row->da, 0);
-  EXPECT_EQ(row->df, 0);
-  EXPECT_EQ(row->dx, 0);
-  EXPECT_EQ(row->dy, 0);
-  EXPECT_EQ(row->dz, 7);
-}
-
-TEST_F(UserDatums, TranslationsBeyond16BitsWrap) {
-  ASSERT_EQ(load("x,0,0,65537,-32769,99999999999999999999\n"), 1);
-  const DatumEntry* const row = table.find("x");
-  EXPECT_EQ(row->dx, 1);
-  EXPECT_EQ(row->dy, 32767);
-  EXPECT_EQ(row->dz, 0);
+  EXPECT_EQ(table.names().front(), "good");
 }
 
 TEST_F(UserDatums, ARowNamedAsTheEndRowHidesAllBehindIt) {

@@ -47,12 +47,6 @@ TEST_F(DebugLogFile, ASentPacketIsHeadedByItsLabelAndPrintableBytesStandBesideTh
   EXPECT_EQ(entries(), "\nSending: Send ID\n 10   fe   41A  20   7e~  7f   03  \n");
 }
 
-TEST_F(DebugLogFile, AnAcknowledgementStandsWithoutAnEmptyLineAbove) {
-  ASSERT_TRUE(log_.open(path_, ByteFormat::Hex, "1"));
-  log_.sent("ACK", Bytes{0x06});
-  EXPECT_EQ(entries(), "Sending: ACK\n 06  \n");
-}
-
 TEST_F(DebugLogFile, ASentPacketOf16BytesIsFollowedByAnEmptyLineAReceivedOneIsNot) {
   const Bytes sixteen(16, 0x30);
   const std::string line = " 300  300  300  300  300  300  300  300  300  300  300  300  300  300  300  300 \n";
@@ -73,11 +67,12 @@ TEST_F(DebugLogFile, AReceivedPacketSaysWhenItsChecksumIsBadAndBreaksAfter16Byte
             "  9  \n");
 }
 
-TEST_F(DebugLogFile, EveryEntryIsInTheFileBeforeTheLogIsClosed) {
+TEST_F(DebugLogFile, EveryEntryIsInTheFileBeforeTheLogIsClosedAndAnAcknowledgementHasNoEmptyLineAbove) {
   ASSERT_TRUE(log_.open(path_, ByteFormat::Hex, "1"));
   log_.text("Pid_Ack_Byte record\n");
   log_.dump(Bytes{0x06});
-  EXPECT_EQ(entries(), "Pid_Ack_Byte record\n 06  \n");
+  log_.sent("ACK", Bytes{0x06});
+  EXPECT_EQ(entries(), "Pid_Ack_Byte record\n 06  \nSending: ACK\n 06  \n");
 }
 
 TEST_F(DebugLogFile, AClosedLogTakesNothing) {

@@ -13,7 +13,6 @@ constexpr const char* kNameCharacters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 -"
 
 TEST(BelievableWeekend, EveryReceiverCanShowItsTexts) {
   const SimulatedData data = believable_weekend();
-  EXPECT_EQ(data.waypoints.size(), 30u);
   std::set<std::string> idents;
   for (const SimWaypoint& waypoint : data.waypoints) {
     EXPECT_TRUE(idents.insert(waypoint.ident).second) << waypoint.ident;
@@ -21,21 +20,16 @@ TEST(BelievableWeekend, EveryReceiverCanShowItsTexts) {
     EXPECT_LE(waypoint.comment.size(), 40u);
     EXPECT_EQ(waypoint.ident.find_first_not_of(kIdentCharacters), std::string::npos) << waypoint.ident;
     EXPECT_EQ(waypoint.comment.find_first_not_of(kNameCharacters), std::string::npos) << waypoint.comment;
-    EXPECT_TRUE(waypoint.altitude);
   }
-  ASSERT_EQ(data.routes.size(), 3u);
   for (const SimRoute& route : data.routes) {
     EXPECT_EQ(route.name.find_first_not_of(kNameCharacters), std::string::npos);
     for (const SimWaypoint& point : route.points) EXPECT_TRUE(idents.contains(point.ident));
   }
-  EXPECT_EQ(data.proximity.size(), 3u);
 }
 
 TEST(BelievableWeekend, ItsTracksAreWalkedAndPaddledAtAPlausibleSpeed) {
   const SimulatedData data = believable_weekend();
-  ASSERT_EQ(data.tracks.size(), 2u);
   for (const SimTrack& track : data.tracks) {
-    ASSERT_EQ(track.points.size(), 500u);
     double metres = 0;
     for (std::size_t i = 1; i < track.points.size(); ++i) {
       const SimTrackPoint& from = track.points[i - 1];

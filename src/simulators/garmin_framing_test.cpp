@@ -22,28 +22,21 @@ TEST(FramePacket, ADleAmongSizeDataAndChecksumIsSentTwice) {
   EXPECT_EQ(Bytes(sixteen.begin(), sixteen.begin() + 5), (Bytes{0x10, 35, 0x10, 0x10, 0}));
 }
 
-TEST(PacketFinder, ADataByteDleBeforeEtxDoesNotEndThePacket) {
-  PacketFinder finder;
-  const auto frames = find_all(finder, {0x10, 0x0A, 2, 0x10, 0x10, 3, 0xE1, 0x10, 3});
-  ASSERT_EQ(frames.size(), 1u);
-  EXPECT_TRUE(frames[0].good);
-  EXPECT_EQ(frames[0].packet.data, (Bytes{0x10, 3}));
-}
-
-TEST(PacketFinder, APacketIsFoundBehindNoiseAndBehindTheEndOfAnother) {
-  PacketFinder finder;
-  const auto frames = find_all(finder, {0xFF, 0x41, 0x10, 3, 0x55, 0x10, 0x10, 0x0A, 1, 7, 0xEE, 0x10, 3});
-  ASSERT_EQ(frames.size(), 1u);
-  EXPECT_TRUE(frames[0].good);
-  EXPECT_EQ(frames[0].packet.id, 0x0A);
-}
-
-TEST(PacketFinder, APacketWhoseEndWasLostDoesNotSwallowTheNext) {
-  PacketFinder finder;
-  const auto frames = find_all(finder, {0x10, 0x0A, 2, 7, 0x10, 0x0A, 2, 7, 0, 0xED, 0x10, 3});
-  ASSERT_EQ(frames.size(), 1u);
-  EXPECT_TRUE(frames[0].good);
-  EXPECT_EQ(frames[0].packet.data, (Bytes{7, 0}));
+TEST(PacketFinder, OneGoodPacketIsFoundWhateverStandsBeforeOrInIt) {
+  struct Case {
+    Bytes line, data;
+  };
+  for (const auto& [line, data] :
+       {Case{{0x10, 0x0A, 2, 0x10, 0x10, 3, 0xE1, 0x10, 3}, {0x10, 3}},  // no end within the data
+        Case{{0xFF, 0x41, 0x10, 3, 0x55, 0x10, 0x10, 0x0A, 1, 7, 0xEE, 0x10, 3}, {7}},
+        Case{{0x10, 0x0A, 2, 7, 0x10, 0x0A, 2, 7, 0, 0xED, 0x10, 3}, {7, 0}}}) {  // behind one whose end was lost
+    PacketFinder finder;
+    const auto frames = find_all(finder, line);
+    ASSERT_EQ(frames.size(), 1u);
+    EXPECT_TRUE(frames[0].good);
+    EXPECT_EQ(frames[0].packet.id, 0x0A);
+    EXPECT_EQ(frames[0].packet.data, data);
+  }
 }
 
 TEST(PacketFinder, WrongSizesAndChecksumsMakeABadFrame) {

@@ -9,30 +9,9 @@ namespace {
 
 using base::Bytes;
 
-TEST(CapabilitiesFromTable, Product77ChangesItsFormatsFourTimes) {
-  EXPECT_EQ(capabilities_from_table(77, 300)->waypoint_data, 100);
-  EXPECT_EQ(capabilities_from_table(77, 301)->proximity_data, 403);
-  EXPECT_EQ(capabilities_from_table(77, 350)->proximity_transfer, 0);
-  EXPECT_EQ(capabilities_from_table(77, 361)->proximity_data, 403);
-}
-
-TEST(CapabilitiesFromTable, Product29SpeaksD102FromVersion4On) {
-  EXPECT_EQ(capabilities_from_table(29, 399)->waypoint_data, 101);
-  EXPECT_EQ(capabilities_from_table(29, 400)->waypoint_data, 102);
-  EXPECT_EQ(capabilities_from_table(29, 400)->route_header, 200);
-}
-
 TEST(CapabilitiesFromTable, OlderSoftwareThanAnyIsTakenByAProductsOnlyRow) {
   EXPECT_TRUE(capabilities_from_table(112, -100));
   EXPECT_FALSE(capabilities_from_table(111, 250));
-}
-
-TEST(CapabilitiesFromTable, AnAviationProductHasItsOwnLinkAndCommandsAndNoTracks) {
-  const auto capabilities = capabilities_from_table(98, 250);
-  EXPECT_EQ(capabilities->link, 2);
-  EXPECT_EQ(capabilities->command, 11);
-  EXPECT_EQ(capabilities->track_transfer, 0);
-  EXPECT_EQ(capabilities->almanac_data, 551);
 }
 
 TEST(ParseProtocols, EachEntryBecomesATagAndANumber) {

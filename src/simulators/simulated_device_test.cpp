@@ -44,19 +44,13 @@ TEST_F(SimulatedDeviceTest, AWaitEndsAtTheFirstByteAndNoLaterThanAsked) {
   EXPECT_EQ(clock.now, 8334us);
 }
 
-TEST_F(SimulatedDeviceTest, AClosedPortWaitsItsTimeAndReadsNothing) {
+TEST_F(SimulatedDeviceTest, AClosedPortWaitsItsTimeAndReadsNothingAndWhatCameMeanwhileIsLost) {
   make(0).open("sim:garmin");
   device->write(kAskProduct);
   device->close();
   device->wait_for_input(7ms);
   EXPECT_EQ(clock.now, 7ms);
   EXPECT_EQ(device->read_byte(), std::nullopt);
-}
-
-TEST_F(SimulatedDeviceTest, WhatCameWhileThePortWasClosedIsLost) {
-  make(0).open("sim:garmin");
-  device->write(kAskProduct);
-  device->close();
   device->open("sim:garmin");
   EXPECT_FALSE(device->input_waiting());
 }

@@ -117,14 +117,6 @@ TEST_F(ItemStoreTest, LookUpsAgreeWithALinearScanUnderRandomWork) {
   }
 }
 
-TEST_F(ItemStoreTest, LookUpsFromOutsideNeedTwoWaypointsAndPassOverTheNewest) {
-  push_waypoint("A");
-  EXPECT_EQ(items.find_waypoint("A"), 0);
-  push_waypoint("B");
-  EXPECT_EQ(items.find_waypoint("a"), 1);
-  EXPECT_EQ(items.find_waypoint("B"), 0);
-}
-
 TEST_F(ItemStoreTest, LocalNoonFiveHoursWestIsStoredAs17UtcOnceOnly) {
   settings.HandleReadDups = Duplicates::Replace;
   items.set_input_time_offset(-5 * 3600);
@@ -135,12 +127,6 @@ TEST_F(ItemStoreTest, LocalNoonFiveHoursWestIsStoredAs17UtcOnceOnly) {
     ASSERT_EQ(items.push_waypoint(0), 0);
     EXPECT_EQ(items.waypoint(1).time.seconds, 1018000u);
   }
-}
-
-TEST_F(ItemStoreTest, NoTimeStaysNoTimeInEveryZone) {
-  items.set_input_time_offset(3600);
-  push_waypoint("A");
-  EXPECT_EQ(items.waypoint(1).time.seconds, 0u);
 }
 
 TEST_F(ItemStoreTest, ARoutePointKeepsItsTimeAndItsWaypointGoesToUtc) {

@@ -24,43 +24,27 @@ bool contains(std::string_view line) {
   return line.find(text.characters) != std::string_view::npos;
 }
 
+constexpr FileFormat recognised(int code, std::string_view name, std::string_view extension,
+                                bool (*recognises)(std::string_view)) {
+  return {.code = code,
+          .name = name,
+          .input_extension = extension,
+          .output_extension = extension,
+          .recognises = recognises};
+}
+
 // In the order in which first lines are tried.
-constexpr std::array kFormats{
-    FileFormat{.code = 12,
-               .name = "an OziExplorer event file",
-               .input_extension = ".EVT",
-               .output_extension = ".EVT",
-               .recognises = contains<"OziExplorer Event">},
-    FileFormat{.code = 16,
-               .name = "an OziExplorer track file",
-               .input_extension = ".PLT",
-               .output_extension = ".PLT",
-               .recognises = contains<"OziExplorer Track">},
-    FileFormat{.code = 18,
-               .name = "an OziExplorer route file",
-               .input_extension = ".RTE",
-               .output_extension = ".RTE",
-               .recognises = contains<"OziExplorer Route">},
-    FileFormat{.code = 17,
-               .name = "an OziExplorer waypoint file",
-               .input_extension = ".WPT",
-               .output_extension = ".WPT",
-               .recognises = contains<"OziExplorer Waypoint">},
-    FileFormat{.code = 10,
-               .name = "a comma-separated waypoint file",
-               .input_extension = ".FWP",
-               .output_extension = ".FWP",
-               .recognises = recognises_comma_waypoints},
-    FileFormat{
-        .code = 14, .name = "a file of comma-separated values", .input_extension = ".CSV", .output_extension = ".CSV"},
-    FileFormat{.name = "an IGC track file", .input_extension = "", .output_extension = ".IGC"},
-    FileFormat{.code = kNativeText,
-               .name = "a text file",
-               .input_extension = "",
-               .output_extension = ".TXT",
-               .recognises = recognises_native_text,
-               .read = read_native_text,
-               .write = write_native_text}};
+constexpr std::array kFormats{recognised(16, "an OziExplorer track file", ".PLT", contains<"OziExplorer Track">),
+                              recognised(18, "an OziExplorer route file", ".RTE", contains<"OziExplorer Route">),
+                              recognised(10, "a comma-separated waypoint file", ".FWP", recognises_comma_waypoints),
+                              recognised(14, "a file of comma-separated values", ".CSV", nullptr),
+                              FileFormat{.name = "an IGC track file", .output_extension = ".IGC"},
+                              FileFormat{.code = kNativeText,
+                                         .name = "a text file",
+                                         .output_extension = ".TXT",
+                                         .recognises = recognises_native_text,
+                                         .read = read_native_text,
+                                         .write = write_native_text}};
 
 class Dispatch : public TextFileTest {
  protected:

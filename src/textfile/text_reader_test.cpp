@@ -1,7 +1,5 @@
 #include "textfile/text_reader.h"
 
-#include <random>
-
 #include "tests/support/text_file_fixture.h"
 
 namespace textfile {
@@ -116,14 +114,6 @@ TEST_F(TextFileTest, NoTimeAndTimesBeforeThereWereAnyStayNoTime) {
     read("Z 5\n" + std::string(kHome) + std::string(time) + "\n");
     EXPECT_EQ(store.waypoint(1).time.seconds, 0U) << time;
   }
-}
-
-TEST_F(TextFileTest, EventsAndRoutePointsKeepTheirTimeAsGiven) {
-  read("Z -5\nR  03 Trip\n" + with_time(kHome) + "\nE  03\n" + with_time("I  N54 19.5000 E010 08.7000 ") + "\n");
-  ASSERT_EQ(store.route(3).points.size(), 1U);
-  EXPECT_EQ(store.route(3).points[0].time.seconds, kNoonSeconds);
-  EXPECT_EQ(store.waypoint(1).time.seconds, kNoonSeconds + 5 * 3600);
-  EXPECT_EQ(store.event(1).time.seconds, kNoonSeconds);
 }
 
 TEST_F(TextFileTest, TheVersionChoosesTheSeparatorOfTheSymbolColumn) {
@@ -339,40 +329,6 @@ TEST_F(TextFileTest, EscEndsALargeFileWithWhatWasRead) {
   };
   EXPECT_EQ(read(text), 30000);
   EXPECT_GT(shown, 90);
-}
-
-TEST_F(TextFileTest, ALineOfTenMegabytesAndRandomBytesGiveNothing) {
-  EXPECT_EQ(read(std::string(10'000'000, 'W')), 0);
-  EXPECT_EQ(read(std::string(kHome) + std::string(1'000'000, '\0')), 1);
-  std::mt19937 random(1);
-  std::string noise(300'000, '\0');
-  for (int round = 0; round < 5; ++round) {
-    // Half of the bytes from what lines are made of, so that some get far.
-    for (char& c : noise) {
-      const unsigned value = static_cast<unsigned>(random());
-      c = value % 2 == 0 ? static_cast<char>(value >> 8) : "WPTIRNDMZc  NSEW0123456789.;^,\n\n"[value / 2 % 32];
-    }
-    read(noise);
-  }
-  EXPECT_EQ(store.waypoint_count(), 1);
-  EXPECT_EQ(store.track_point_count() + store.event_count() + store.proximity_count(), 0);
-}
-
-TEST_F(TextFileTest, AFileCutAnywhereInventsNoRecord) {
-  settings.HandleReadDups = store::Duplicates::Ignore;
-  for (const char* const name : {"everything_v2.txt", "everything_v1.txt", "older_layouts.txt"}) {
-    const std::string whole = sample(name);
-    int previous = 0;
-    store.clear_all();
-    for (std::size_t size = 0; size <= whole.size(); ++size) {
-      store.clear_routes();
-      store.clear_proximity();
-      const int accepted = read(std::string_view(whole).substr(0, size));
-      ASSERT_GE(accepted, previous) << name << " cut at " << size;
-      ASSERT_LE(accepted, previous + 1) << name << " cut at " << size;
-      previous = accepted;
-    }
-  }
 }
 
 }  // namespace

@@ -27,17 +27,13 @@ TEST_F(TextFileTest, EmptyStoresGiveTheHeaderAlone) {
 TEST_F(TextFileTest, AWaypointStandsInItsColumnsInEveryNotation) {
   struct Case {
     geodesy::Notation notation;
-    std::string version2, version1;
+    std::string place;
   };
   const std::string time = " Sat Jun 01 12:00:00 2002 ";
-  for (const Case& c : {Case{geodesy::Notation::Dmm, "W  QUAYSIDE        N54 19.5000 E010 08.7000",
-                             "W  QUAYSI N54 19.5000 E010 08.7000"},
-                        Case{geodesy::Notation::Dms, "W  QUAYSIDE        N54 19 30.00 E010 08 42.00",
-                             "W  QUAYSI N54 19 30.00 E010 08 42.00"},
-                        Case{geodesy::Notation::Ddd, "W  QUAYSIDE        N54.3250000 E010.1450000",
-                             "W  QUAYSI N54.3250000 E010.1450000"},
-                        Case{geodesy::Notation::Utm, "W  QUAYSIDE        32U  574466.8  6020286.8",
-                             "W  QUAYSI 32U  574466.8  6020286.8"}}) {
+  for (const Case& c : {Case{geodesy::Notation::Dmm, "N54 19.5000 E010 08.7000"},
+                        Case{geodesy::Notation::Dms, "N54 19 30.00 E010 08 42.00"},
+                        Case{geodesy::Notation::Ddd, "N54.3250000 E010.1450000"},
+                        Case{geodesy::Notation::Utm, "32U  574466.8  6020286.8"}}) {
     store.clear_all();
     start_waypoint("QUAYSIDE");
     item().comment = "Fuel";
@@ -49,9 +45,10 @@ TEST_F(TextFileTest, AWaypointStandsInItsColumnsInEveryNotation) {
     push_waypoint();
     options.notation = c.notation;
     options.version = 2;
-    EXPECT_THAT(written_lines(), ElementsAre(c.version2 + time + "Fuel                ^   18^Red   ^S+N^2"));
+    EXPECT_THAT(written_lines(),
+                ElementsAre("W  QUAYSIDE        " + c.place + time + "Fuel                ^   18^Red   ^S+N^2"));
     options.version = 1;
-    EXPECT_THAT(written_lines(), ElementsAre(c.version1 + time + "Fuel                ;   18;3;2"));
+    EXPECT_THAT(written_lines(), ElementsAre("W  QUAYSI " + c.place + time + "Fuel                ;   18;3;2"));
   }
 }
 

@@ -233,7 +233,10 @@ class Receiver(InFolder):
         os.close(port)
         self.run_cli("--port", "sim:garmin", "download", "routes", "waypoints", "-o", "direct.txt")
         self.assertEqual(without_date(read(self.path("wire.txt"))), without_date(read(self.path("direct.txt"))))
-        self.assertIn("Sending: GetGPSstart from  getWaypoints\n 10   0a   02   07   00   ed   10   03  \n",
+        self.assertIn("\nSending: GetGPSstart from  getWaypoints\n 10   0a   02   07   00   ed   10   03  \n",
+                      read(self.path("log")))
+        self.assertIn("\nReceived:\n 10   0c   02   07   00   eb   10   03  \n"
+                      "Sending: ACK\n 10   06   02   0c   00   ec   10   03  \nPid_Xfer_Cmplt record\n",
                       read(self.path("log")))
 
     def test_a_kind_that_cannot_be_downloaded_is_refused_before_the_transfer(self):
@@ -296,7 +299,8 @@ class Receiver(InFolder):
 
     def test_bad_options_of_the_simulated_receiver_are_refused(self):
         for options in [["--fault", "lightning@3"], ["--fault", "silent@0"], ["--software", "two"],
-                        ["--protocols", "L001 melons"], ["--load", "none.txt"], ["--link", "/no/such/folder/x"]]:
+                        ["--protocols", "L001 melons"], ["--load", "none.txt"], ["--link", "/no/such/folder/x"],
+                        ["--link", self.folder]]:
             result = self.run_cli("simulate", "garmin", *options)
             self.assertIn(result.returncode, (1, 2), options)
             self.assertNotEqual(result.stderr, "", options)

@@ -21,6 +21,15 @@ simulators::SimWaypoint place(std::string_view ident) {
   waypoint.longitude = 10.145;
   return waypoint;
 }
+// What a transfer consists of: the count announced, these packets, the closing packet.
+HostileReceiver::Packets transfer(int command, int announced, HostileReceiver::Packets packets) {
+  packets.insert(packets.begin(), HostileReceiver::count(announced));
+  packets.push_back(HostileReceiver::closing(command));
+  return packets;
+}
+Packet point(std::int32_t latitude, std::uint32_t time, std::uint8_t starts = 0) {
+  return {34, base::ByteWriter().i32(latitude).i32(1 << 27).u32(time).u8(starts).result()};
+}
 Packet waypoint(std::string_view ident) { return {35, *simulators::encode_waypoint(108, place(ident))}; }
 
 class HostileDownload : public support::TransferScenario {
@@ -136,9 +145,7 @@ TEST_F(HostileDownload, FewerRecordsThanAnnouncedAreKeptAndCounted) {
 
 TEST_F(HostileDownload, AFewRecordsBeyondTheAnnouncedOnesAreKeptAndCounted) {
   HostileReceiver& receiver = meet();
-  receiver.answers[kWaypoints] = {
-      HostileReceiver::count(2),           waypoint("A"), waypoint("B"), waypoint("C"), waypoint("D"),
-      HostileReceiver::closing(kWaypoints)};
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 2, {waypoint("A"), waypoint("B"), waypoint("C"), waypoint("D")});
   EXPECT_TRUE(download(Kind::Waypoints));
   EXPECT_THAT(idents(), ElementsAre("A", "B", "C", "D"));
   EXPECT_EQ(front_end.lines[1], "4 of 2 received");
@@ -148,12 +155,9 @@ TEST_F(HostileDownload, AFewRecordsBeyondTheAnnouncedOnesAreKeptAndCounted) {
 // The second of two equal points without a time may be a repetition: the points behind it must not pay for that.
 TEST_F(HostileDownload, ARepeatedPointWithoutATimeDoesNotCostTheLastPoint) {
   HostileReceiver& receiver = meet();
-  const auto point = [](std::int32_t latitude) {
-    return Packet{34, base::ByteWriter().i32(latitude).i32(1 << 27).u32(0xFFFFFFFF).u8(0).result()};
-  };
-  receiver.answers[kTracks] = {
-      HostileReceiver::count(3),        point(1 << 27), point(1 << 28), point(1 << 28), point(1 << 29),
-      HostileReceiver::closing(kTracks)};
+  receiver.answers[kTracks] = transfer(
+      kTracks, 3,
+      {point(1 << 27, 0xFFFFFFFF), point(1 << 28, 0xFFFFFFFF), point(1 << 28, 0xFFFFFFFF), point(1 << 29, 0xFFFFFFFF)});
   EXPECT_TRUE(download(Kind::Tracks));
   ASSERT_EQ(items().track_point_count(), 4);
   EXPECT_EQ(items().track_point(4).position.latitude, 45.0);
@@ -161,11 +165,8 @@ TEST_F(HostileDownload, ARepeatedPointWithoutATimeDoesNotCostTheLastPoint) {
 
 TEST_F(HostileDownload, ASegmentWhoseFirstPointIsRefusedBeginsWithTheNext) {
   HostileReceiver& receiver = meet();
-  const auto point = [](std::int32_t latitude, std::uint8_t starts) {
-    return Packet{34, base::ByteWriter().i32(latitude).i32(1 << 27).u32(1000).u8(starts).result()};
-  };
-  receiver.answers[kTracks] = {HostileReceiver::count(4), point(1, 1), point(2, 0),
-                               point(0x7FFFFFFF, 1),      point(3, 0), HostileReceiver::closing(kTracks)};
+  receiver.answers[kTracks] =
+      transfer(kTracks, 4, {point(1, 1000, 1), point(2, 1000, 0), point(0x7FFFFFFF, 1000, 1), point(3, 1000, 0)});
   EXPECT_TRUE(download(Kind::Tracks));
   EXPECT_EQ(items().track_count(), 2);
   EXPECT_TRUE(was_said(1, "Pid_Trk_Data D300 has no position: record refused"));
@@ -177,8 +178,7 @@ TEST_F(HostileDownload, PointsBehindARefusedRouteHeaderDoNotJoinTheRouteBefore) 
   header[0] = 4;
   const Bytes point_a = *simulators::encode_waypoint(108, place("A"));
   const Bytes point_b = *simulators::encode_waypoint(108, place("B"));
-  receiver.answers[kRoutes] = {HostileReceiver::count(4), {29, header},  {30, point_a},
-                               {29, Bytes(20, ' ')},      {30, point_b}, HostileReceiver::closing(kRoutes)};
+  receiver.answers[kRoutes] = transfer(kRoutes, 4, {{29, header}, {30, point_a}, {29, Bytes(20, ' ')}, {30, point_b}});
   EXPECT_TRUE(download(Kind::Routes));
   ASSERT_EQ(items().route_count(), 1);
   EXPECT_EQ(items().route(4).points.size(), 1U);
@@ -190,7 +190,7 @@ TEST_F(HostileDownload, ANakNamesTheRecordThatIsExpected) {
   for (const std::size_t damaged : {0U, 1U, 2U}) {
     SCOPED_TRACE(damaged);
     HostileReceiver& receiver = meet();
-    receiver.answers[kWaypoints] = {HostileReceiver::count(1), waypoint("A"), HostileReceiver::closing(kWaypoints)};
+    receiver.answers[kWaypoints] = transfer(kWaypoints, 1, {waypoint("A")});
     receiver.damaged_packet = static_cast<int>(damaged);
     EXPECT_TRUE(download(Kind::Waypoints));
     std::vector<int> named;
@@ -203,7 +203,7 @@ TEST_F(HostileDownload, ANakNamesTheRecordThatIsExpected) {
 
 TEST_F(HostileDownload, AClosingPacketThatComesOnceMoreDoesNotDisturbTheNextDownload) {
   HostileReceiver& receiver = meet();
-  receiver.answers[kWaypoints] = {HostileReceiver::count(1), waypoint("A"), HostileReceiver::closing(kWaypoints)};
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 1, {waypoint("A")});
   EXPECT_TRUE(download(Kind::Waypoints));
   receiver.answers[kWaypoints] = {HostileReceiver::closing(kWaypoints), HostileReceiver::count(1), waypoint("B"),
                                   HostileReceiver::closing(kWaypoints)};
@@ -215,8 +215,7 @@ TEST_F(HostileDownload, AClosingPacketThatComesOnceMoreDoesNotDisturbTheNextDown
 TEST_F(HostileDownload, RoutesWithoutNumbersAreCountedAnewWhenTheReceiverBeginsAnew) {
   HostileReceiver& receiver = meet("L001 A010 A200 D202 D108");
   const Packet bay{29, {'B', 'A', 'Y', 0}}, sea{29, {'S', 'E', 'A', 0}};
-  receiver.answers[kRoutes] = {HostileReceiver::count(2),        bay, HostileReceiver::count(2), bay, sea,
-                               HostileReceiver::closing(kRoutes)};
+  receiver.answers[kRoutes] = transfer(kRoutes, 2, {bay, HostileReceiver::count(2), bay, sea});
   EXPECT_TRUE(download(Kind::Routes));
   ASSERT_EQ(items().route_count(), 2);
   EXPECT_EQ(items().route(1).header->comment, "SEA");
@@ -224,10 +223,9 @@ TEST_F(HostileDownload, RoutesWithoutNumbersAreCountedAnewWhenTheReceiverBeginsA
 
 TEST_F(HostileDownload, ATrackHeaderWithoutPointsNamesNoOtherTrack) {
   HostileReceiver& receiver = meet("L001 A010 A301 D310 D300");
-  const Packet point{34, base::ByteWriter().i32(1).i32(1).u32(1000).u8(1).result()};
-  receiver.answers[kTracks] = {HostileReceiver::count(1), {99, {1, 255, 'G', 0}}, HostileReceiver::closing(kTracks)};
+  receiver.answers[kTracks] = transfer(kTracks, 1, {{99, {1, 255, 'G', 0}}});
   EXPECT_TRUE(download(Kind::Tracks));
-  receiver.answers[kTracks] = {HostileReceiver::count(1), point, HostileReceiver::closing(kTracks)};
+  receiver.answers[kTracks] = transfer(kTracks, 1, {point(1, 1000, 1)});
   EXPECT_TRUE(download(Kind::Tracks));
   EXPECT_EQ(items().track_point(1).segment_flag, store::kStartsSegment);
   EXPECT_EQ(items().track_point(1).ident, "");
@@ -235,8 +233,8 @@ TEST_F(HostileDownload, ATrackHeaderWithoutPointsNamesNoOtherTrack) {
 
 TEST_F(HostileDownload, ACountOfZeroIsNoFailureAndItsClosingPacketIsTaken) {
   HostileReceiver& receiver = meet();
-  receiver.answers[kWaypoints] = {HostileReceiver::count(0), HostileReceiver::closing(kWaypoints)};
-  receiver.answers[kTracks] = {HostileReceiver::count(0), HostileReceiver::closing(kTracks)};
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 0, {});
+  receiver.answers[kTracks] = transfer(kTracks, 0, {});
   EXPECT_TRUE(download(Kind::Waypoints));
   EXPECT_EQ(front_end.lines[1], "GPS: No Waypoint records to send");
   EXPECT_TRUE(download(Kind::Tracks));
@@ -247,11 +245,9 @@ TEST_F(HostileDownload, ACountOfZeroIsNoFailureAndItsClosingPacketIsTaken) {
 TEST_F(HostileDownload, WithoutACountNothingIsTakenAndTheNextKindGoesOn) {
   HostileReceiver& receiver = meet();
   receiver.answers[kWaypoints] = {waypoint("A"), waypoint("B"), HostileReceiver::closing(kWaypoints)};
-  receiver.answers[kTracks] = {HostileReceiver::count(1), {34, Bytes(13)}, HostileReceiver::closing(kTracks)};
-  receiver.answers[kRoutes] = {HostileReceiver::count(0), HostileReceiver::closing(kRoutes)};
-  receiver.answers[kProximity] = {HostileReceiver::count(1),
-                                  {19, *simulators::encode_waypoint(108, place("P"))},
-                                  HostileReceiver::closing(kProximity)};
+  receiver.answers[kTracks] = transfer(kTracks, 1, {{34, Bytes(13)}});
+  receiver.answers[kRoutes] = transfer(kRoutes, 0, {});
+  receiver.answers[kProximity] = transfer(kProximity, 1, {{19, *simulators::encode_waypoint(108, place("P"))}});
   EXPECT_FALSE(download(Kind::All));
   EXPECT_THAT(front_end.boxes,
               ElementsAre(testing::Pair("getGPSrecords", "Error getting number of records to receive...aborting")));
@@ -263,16 +259,11 @@ TEST_F(HostileDownload, WithoutACountNothingIsTakenAndTheNextKindGoesOn) {
 
 TEST_F(HostileDownload, AReceiverThatBeginsAnewIsTakenAtItsLastWord) {
   HostileReceiver& receiver = meet();
-  receiver.answers[kWaypoints] = {HostileReceiver::count(3), waypoint("KEPT"), HostileReceiver::closing(kWaypoints)};
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 3, {waypoint("KEPT")});
   EXPECT_FALSE(download(Kind::Waypoints));
-  receiver.answers[kWaypoints] = {HostileReceiver::count(3),
-                                  waypoint("A"),
-                                  waypoint("B"),
-                                  HostileReceiver::count(3),
-                                  waypoint("A"),
-                                  waypoint("B"),
-                                  waypoint("C"),
-                                  HostileReceiver::closing(kWaypoints)};
+  receiver.answers[kWaypoints] =
+      transfer(kWaypoints, 3,
+               {waypoint("A"), waypoint("B"), HostileReceiver::count(3), waypoint("A"), waypoint("B"), waypoint("C")});
   EXPECT_TRUE(download(Kind::Waypoints));
   EXPECT_THAT(idents(), ElementsAre("A", "B", "C", "KEPT"));
   expect_an_end(receiver, 2);
@@ -280,16 +271,12 @@ TEST_F(HostileDownload, AReceiverThatBeginsAnewIsTakenAtItsLastWord) {
 
 TEST_F(HostileDownload, ARecordSentTwiceIsStoredOnceAndTrackPointsWithoutATimeTwice) {
   HostileReceiver& receiver = meet();
-  receiver.answers[kWaypoints] = {HostileReceiver::count(2), waypoint("A"), waypoint("A"), waypoint("B"),
-                                  HostileReceiver::closing(kWaypoints)};
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 2, {waypoint("A"), waypoint("A"), waypoint("B")});
   EXPECT_TRUE(download(Kind::Waypoints));
   EXPECT_THAT(idents(), ElementsAre("A", "B"));
-  const auto point = [](std::uint32_t time) {
-    return Packet{34, base::ByteWriter().i32(1 << 28).i32(1 << 27).u32(time).u8(0).result()};
-  };
-  receiver.answers[kTracks] = {
-      HostileReceiver::count(4),        point(0xFFFFFFFF), point(0xFFFFFFFF), point(1000), point(1000), point(1001),
-      HostileReceiver::closing(kTracks)};
+  receiver.answers[kTracks] = transfer(kTracks, 4,
+                                       {point(1 << 28, 0xFFFFFFFF), point(1 << 28, 0xFFFFFFFF), point(1 << 28, 1000),
+                                        point(1 << 28, 1000), point(1 << 28, 1001)});
   EXPECT_TRUE(download(Kind::Tracks));
   EXPECT_EQ(items().track_point_count(), 4);
 }
@@ -317,9 +304,7 @@ TEST_F(HostileDownload, ACapabilityArrayOfNonsenseIsSurvived) {
                           : static_cast<std::uint8_t>(random() >> 8));
     receiver.answers[HostileReceiver::kIdentification][1] = {253, out.result()};
     for (const int command : {kWaypoints, kTracks, kRoutes, kProximity})
-      receiver.answers[command] = {HostileReceiver::count(2), waypoint("A"),
-                                   {34, Bytes(13)},           {29, {7}},
-                                   {30, Bytes(58)},           HostileReceiver::closing(command)};
+      receiver.answers[command] = transfer(command, 2, {waypoint("A"), {34, Bytes(13)}, {29, {7}}, {30, Bytes(58)}});
     (void)download(Kind::All);
     expect_an_end(receiver, 60);
   }
@@ -330,8 +315,7 @@ TEST_F(HostileDownload, TracksWithNumbersInsteadOfNamesAreTold) {
   const auto point = [](std::uint32_t time) {
     return Packet{34, base::ByteWriter().i32(1 << 28).i32(1 << 27).u32(time).f32(7.5F).f32(1e25F).u8(1).result()};
   };
-  receiver.answers[kTracks] = {HostileReceiver::count(4), {99, {3, 0}}, point(1000),
-                               {99, {0x10, 1}},           point(1001),  HostileReceiver::closing(kTracks)};
+  receiver.answers[kTracks] = transfer(kTracks, 4, {{99, {3, 0}}, point(1000), {99, {0x10, 1}}, point(1001)});
   EXPECT_TRUE(download(Kind::Tracks));
   ASSERT_EQ(items().track_point_count(), 2);
   EXPECT_EQ(items().track_point(1).ident, "Track 3");
@@ -425,11 +409,9 @@ TEST_F(HostileDownload, MoreRoutesThanThereIsRoomForEndTheRoutesAndKeepAHundred)
     receiver.answers[kRoutes].push_back({29, header});
   }
   receiver.answers[kRoutes].push_back(HostileReceiver::closing(kRoutes));
-  receiver.answers[kWaypoints] = {HostileReceiver::count(0), HostileReceiver::closing(kWaypoints)};
-  receiver.answers[kTracks] = {HostileReceiver::count(0), HostileReceiver::closing(kTracks)};
-  receiver.answers[kProximity] = {HostileReceiver::count(1),
-                                  {19, *simulators::encode_waypoint(108, place("P"))},
-                                  HostileReceiver::closing(kProximity)};
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 0, {});
+  receiver.answers[kTracks] = transfer(kTracks, 0, {});
+  receiver.answers[kProximity] = transfer(kProximity, 1, {{19, *simulators::encode_waypoint(108, place("P"))}});
   EXPECT_FALSE(download(Kind::All));
   EXPECT_EQ(items().route_count(), 100);
   EXPECT_EQ(items().proximity_count(), 1);

@@ -1,8 +1,4 @@
 // From a receiver into a file and back; and files that are damaged, cut or hostile.
-#include <sys/resource.h>
-
-#include <csignal>
-#include <cstdlib>
 #include <fstream>
 #include <random>
 
@@ -87,28 +83,6 @@ TEST_F(NativeText, AWeekendSavedInAnyNotationDatumVersionAndZoneReadsBackTheSame
   }
 }
 
-TEST_F(NativeText, TheTextShowsLocalTimesAndTheStoreHoldsUtc) {
-  be(timed_weekend(), "L001 A010 A100 D110 A301 D310 D301");
-  ASSERT_TRUE(download(Kind::All));
-  for (const auto& [hours, line] :
-       {std::pair(-5.0, "Sat Jun 02 02:40:01 2001"), std::pair(5.5, "Sat Jun 02 13:10:01 2001")}) {
-    session->settings.TimeOffsetHours = hours;
-    ASSERT_TRUE(save("times.txt"));
-    const std::string text = contents_of(file("times.txt"));
-    const std::size_t at = text.find("W  CONVIL");
-    ASSERT_NE(at, std::string::npos);
-    EXPECT_EQ(text.substr(at + 44, 24), line);
-    EXPECT_THAT(text, testing::HasSubstr("Sun Dec 31 00:00:00 1989 MINERS BRIDGE"));
-    ASSERT_TRUE(reread("times.txt"));
-    const auto& waypoints = items().contents().waypoints;
-    const auto convil = std::ranges::find(waypoints, std::string_view("CONVIL"),
-                                          [](const ItemRecord& item) { return item.ident.view(); });
-    ASSERT_NE(convil, waypoints.end());
-    EXPECT_EQ(convil->time.seconds, 360402001U);
-    EXPECT_EQ(items().track_point(1).time.seconds, 360401400U);
-  }
-}
-
 TEST_F(NativeText, EveryFieldThatAFormatBringsSurvivesTheFile) {
   for (const int format : {100, 101, 102, 103, 104, 105, 106, 107, 108, 109, 110, 151, 152, 154, 155}) {
     SCOPED_TRACE(format);
@@ -123,15 +97,6 @@ TEST_F(NativeText, EveryFieldThatAFormatBringsSurvivesTheFile) {
     EXPECT_EQ(whole_store(Detail::Version2), described(before, Detail::Version2));
     expect_same_places(all_records(items()), before, 0.6e-7);
   }
-}
-
-TEST_F(NativeText, ADownloadedRouteWithLinksReadsBackTheSame) {
-  be(support::rich_data(), "L001 A010 A201 D202 D108 D210");
-  ASSERT_TRUE(download(Kind::Routes));
-  const std::vector<std::string> before = whole_store(Detail::Version2);
-  ASSERT_TRUE(save("route.txt"));
-  ASSERT_TRUE(reread("route.txt"));
-  EXPECT_EQ(whole_store(Detail::Version2), before);
 }
 
 // Reading a damaged file gives the records of the whole one, up to the damage.
@@ -264,92 +229,6 @@ TEST_F(DamagedFile, LinesOfTenMillionBytesAreSurvivedAndTheLinesAroundThemKept) 
       EXPECT_EQ(items().waypoint_count(), 2) << start << filler;
     }
   }
-}
-
-class FailedSave : public NativeText {
- protected:
-  FailedSave() {
-    simulate(support::short_weekend());
-    EXPECT_TRUE(download(Kind::All));
-    EXPECT_TRUE(save("kept.txt"));
-    old_ = contents_of(file("kept.txt"));
-    front_end.boxes.clear();
-  }
-  [[nodiscard]] std::ptrdiff_t files_in_folder() const {
-    return std::distance(std::filesystem::directory_iterator(file("")), std::filesystem::directory_iterator());
-  }
-  void expect_refused(const std::string& name) {
-    EXPECT_THAT(front_end.boxes,
-                testing::ElementsAre(testing::Pair("open_output", "Can't open output file " + file(name).string())));
-    EXPECT_THAT(front_end.lines[3], testing::StartsWith("Nothing was saved ("));
-    EXPECT_EQ(contents_of(file("kept.txt")), old_);
-    EXPECT_FALSE(was_said(1, "File " + file(name).string() + " saved") && name != "kept.txt");
-  }
-
-  std::string old_;
-};
-
-// Files cannot grow beyond so many bytes while it lives, as on a disk with no more room.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) : old_action_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &old_limit_);
-    const rlimit limit{bytes, old_limit_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &old_limit_);
-    std::signal(SIGXFSZ, old_action_);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-  void (*old_action_)(int);
-  rlimit old_limit_{};
-};
-
-TEST_F(FailedSave, AFullDiskLeavesTheOldFileAndNoRubbish) {
-  for (const rlim_t room : {rlim_t{0}, rlim_t{1}, rlim_t{500}, static_cast<rlim_t>(old_.size() - 1)}) {
-    SCOPED_TRACE(room);
-    front_end.boxes.clear();
-    bool saved = true;
-    {
-      const FullDisk disk(room);
-      saved = save("kept.txt");
-    }
-    EXPECT_FALSE(saved);
-    expect_refused("kept.txt");
-    EXPECT_EQ(files_in_folder(), 1);
-  }
-  EXPECT_TRUE(save("kept.txt"));
-}
-
-TEST_F(FailedSave, AFolderThatIsNotThereIsSaidAndNothingIsMade) {
-  EXPECT_FALSE(save("missing/new.txt"));
-  expect_refused("missing/new.txt");
-  EXPECT_EQ(files_in_folder(), 1);
-}
-
-TEST_F(FailedSave, AFolderInTheFilesPlaceStaysAFolder) {
-  std::filesystem::create_directory(file("folder.txt"));
-  EXPECT_FALSE(save("folder.txt"));
-  expect_refused("folder.txt");
-  EXPECT_TRUE(std::filesystem::is_directory(file("folder.txt")));
-  EXPECT_EQ(files_in_folder(), 2);
-}
-
-TEST_F(FailedSave, ALinkToADeviceThatIsFullIsSaid) {
-  std::filesystem::create_symlink("/dev/full", file("full"));
-  EXPECT_FALSE(save("full"));
-  expect_refused("full");
-}
-
-TEST_F(FailedSave, NothingToSaveLeavesTheOldFile) {
-  items().clear_all();
-  EXPECT_FALSE(save("kept.txt"));
-  EXPECT_EQ(front_end.lines[1], "Save aborted -- No .txt information to save!");
-  EXPECT_EQ(contents_of(file("kept.txt")), old_);
 }
 
 }  // namespace
