@@ -13,8 +13,6 @@
 
 namespace garmin {
 
-inline constexpr int kFamily = 2;
-
 // Protocol numbers; kNone where the receiver supports nothing of the kind.
 struct Protocols {
   std::uint16_t link = kNone, physical = kNone, command = kNone;
@@ -46,7 +44,7 @@ class ProtocolSelection : public serial::Receiver {
   // All must outlive the selection, which takes the packets with product data and capability array.
   ProtocolSelection(GarminLink& link, serial::ComPort& port, base::FrontEnd& front_end, serial::DeviceFlags& flags);
 
-  [[nodiscard]] int family() const override { return kFamily; }
+  [[nodiscard]] int family() const override { return serial::kGarminFamily; }
   void probe() override { identifyGarmin(); }
 
   // Finds out who is there and selects the protocols; nothing when that is already known. Ends with

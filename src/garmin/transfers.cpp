@@ -85,7 +85,7 @@ bool GarminTransfers::download(Kind kind) {
   flags_.ComTimedOut = false;
   next_line_ = kFirstCompletionLine;
   completions_.clear();
-  port_.OpenGpsPort(kFamily, &selection_);
+  port_.OpenGpsPort(serial::kGarminFamily, &selection_);
   link_.begin_conversation();
   front_end_.set_status(3, "ESC key to abort");
   if (!flags_.PortOpen) {

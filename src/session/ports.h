@@ -12,8 +12,6 @@
 
 namespace session {
 
-inline constexpr std::string_view kSimulatedGarmin = "sim:garmin";
-
 // What the simulated receiver of the port "sim:garmin" is and holds.
 struct SimulatedGarmin {
   simulators::SimulatedData data;

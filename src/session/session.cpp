@@ -70,7 +70,7 @@ textfile::TextOptions Session::text_options() const {
 // Opens the port and identifies the receiver; false when nobody answered, or no protocol could be selected.
 bool Session::open_garmin() {
   flags.UserAbort = false;
-  port.OpenGpsPort(garmin::kFamily, &garmin_selection);
+  port.OpenGpsPort(serial::kGarminFamily, &garmin_selection);
   const bool ready = flags.PortOpen && !flags.UserAbort && !flags.ComTimedOut;
   if (flags.PortOpen) port.AsyncStop();
   flags.PortOpen = false;

@@ -11,6 +11,9 @@
 
 namespace simulators {
 
+// The port behind which the receiver in process stands.
+inline constexpr std::string_view kGarminPortName = "sim:garmin";
+
 // Something that goes wrong at one packet. Packets are those that the receiver sends on its own account,
 // counted from 1 since it was made; acknowledgements and repetitions are not counted.
 struct Fault {

@@ -6,13 +6,11 @@
 
 namespace simulators {
 
-inline constexpr const char* kGarminPortName = "sim:garmin";
-
 class GarminSimDevice : public SimulatedDevice {
  public:
   // The clock must outlive the device.
   GarminSimDevice(const SimulatedData& data, const GarminOptions& options, base::Clock& clock)
-      : SimulatedDevice(kGarminPortName, simulator_, clock), simulator_(data, options, clock) {}
+      : SimulatedDevice(std::string(kGarminPortName), simulator_, clock), simulator_(data, options, clock) {}
 
  private:
   GarminSimulator simulator_;  // the base class keeps a reference only

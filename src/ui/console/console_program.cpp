@@ -111,10 +111,8 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
                                         ? store::KeyResult::BadValue
                                         : store::set_key(settings, key, text.substr(equals + 1));
     if (result == store::KeyResult::Set) continue;
-    (void)wrong_usage(result == store::KeyResult::UnknownKey ? "--set: there is no key " + key
-                                                             : "--set: " + text +
-                                                                   " is not KEY=VALUE with a value that "
-                                                                   "the key can have");
+    const std::string value_problem = "--set: " + text + " is not KEY=VALUE with a value that the key can have";
+    (void)wrong_usage(result == store::KeyResult::UnknownKey ? "--set: there is no key " + key : value_problem);
     return false;
   }
   if (!arguments.port.empty()) settings.PortName = arguments.port;
@@ -149,10 +147,7 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
 bool ConsoleProgram::read_files(const std::vector<std::string>& files) {
   const KeyReading keys(terminal_);
   bool all_read = true;
-  for (const std::string& file : files) {
-    session_.items.clear_route_overflow();
-    all_read = session_.files.do_input(file) && all_read;
-  }
+  for (const std::string& file : files) all_read = session_.files.do_input(file) && all_read;
   return all_read;
 }
 

@@ -1,8 +1,9 @@
+#include "session/simulator_host.h"
+
 #include <cmath>
 
 #include "base/text.h"
 #include "session/simulated_receivers.h"
-#include "session/simulator_host.h"
 
 namespace session {
 
@@ -31,7 +32,7 @@ void load_simulated_garmin(Session& session) { session.simulated_garmin.data = s
 bool take_simulated_contents(Session& session) {
   session.simulated_garmin.options.faults.clear();
   session.simulated_garmin.options.baud = 0;
-  session.settings.PortName = kSimulatedGarmin;
+  session.settings.PortName = simulators::kGarminPortName;
   session.settings.GPS = store::Family::Garmin;
   session.apply_settings();
   session.items.clear_all();
