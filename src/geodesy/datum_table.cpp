@@ -86,6 +86,21 @@ const DatumEntry* DatumTable::find(std::string_view name) const {
   return user_row != nullptr ? user_row : find_row(kBuiltInDatums, name);
 }
 
+const DatumEntry* DatumTable::find_alike(std::string_view name) const {
+  if (const DatumEntry* const exact = find(name)) return exact;
+  const auto key = [](std::string_view text) {
+    std::string letters = base::lower_case(text);
+    std::erase_if(letters, [](char c) { return c == ' ' || c == '-' || c == '_'; });
+    return letters;
+  };
+  const std::string wanted = key(name);
+  if (wanted.empty()) return nullptr;
+  const auto alike = [&](const DatumEntry& entry) { return key(entry.name) == wanted; };
+  if (const auto row = std::ranges::find_if(user_rows_, alike); row != user_rows_.end()) return &*row;
+  const auto* const row = std::ranges::find_if(kBuiltInDatums, alike);
+  return row == std::end(kBuiltInDatums) ? nullptr : &*row;
+}
+
 std::vector<std::string> DatumTable::names() const {
   std::vector<std::string> result(user_names_.begin(), user_names_.end());
   for (const DatumEntry& row : kBuiltInDatums) result.emplace_back(row.name);

@@ -36,6 +36,9 @@ class DatumTable {
 
   // The user's row before the built-in one; nullptr when neither has the name.
   [[nodiscard]] const DatumEntry* find(std::string_view name) const;
+  // The same for a name as other programs spell it ("WGS 84", "NAD27 CONUS"): blanks, hyphens and underscores
+  // do not count either.
+  [[nodiscard]] const DatumEntry* find_alike(std::string_view name) const;
   // The user's names in file order, then the built-in ones.
   [[nodiscard]] std::vector<std::string> names() const;
 
