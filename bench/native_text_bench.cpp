@@ -31,8 +31,12 @@ struct Bench {
     }
   }
   std::string write() {
-    textfile::TextWriter writer(items, shift, front_end);
-    return writer.write(textfile::TextOptions{});
+    std::string text;
+    {
+      base::TextOutput out([&text](std::string_view block) { text += block; });
+      textfile::TextWriter(items, shift, front_end).write({}, out);
+    }
+    return text;
   }
 };
 
@@ -51,7 +55,8 @@ void read_text(benchmark::State& state) {
   for (auto _ : state) {
     bench.items.clear_all();
     textfile::TextReader reader(bench.items, bench.shift, bench.datums, bench.settings, bench.front_end, {});
-    reader.read(text, "bench.txt");
+    base::TextInput input(text);
+    reader.read(input, "bench.txt");
     if (bench.items.waypoint_count() + bench.items.track_point_count() != kItems)
       state.SkipWithError("items were not read");
   }

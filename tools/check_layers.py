@@ -29,9 +29,9 @@ ALLOWED = {
 # simulators stand behind the same seam as real ports, and know nothing else of the serial layer.
 ONLY_HEADERS = {("simulators", "serial"): {"serial/serial_device.h"}}
 # Anything in angle brackets that is neither of the C++ library nor in this list is the operating system's.
-LIBRARIES = {"CLI/": {"ui/console"}, "wx/": {"ui/wx"}}
+LIBRARIES = {"CLI/": {"ui/console"}, "pugixml.hpp": {"formats"}, "wx/": {"ui/wx"}}
 STANDARD = re.compile(r"^[a-z_0-9]+$")
-MAY_USE_SYSTEM = re.compile(r"(_device\.(cpp|h)|/(pty|termios|win32)_[a-z_0-9]*\.(cpp|h))$")
+MAY_USE_SYSTEM = re.compile(r"(_device\.(cpp|h)|/(pty|termios|posix|win32)_[a-z_0-9]*\.(cpp|h))$")
 INCLUDE = re.compile(r'^\s*(?:/\*.*?\*/\s*)*#\s*include\s*(["<])([^">]+)[">]')
 
 

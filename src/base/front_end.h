@@ -2,9 +2,16 @@
 // program both stand behind it; lower folders never know which.
 #pragma once
 
+#include <span>
 #include <string_view>
 
 namespace base {
+
+// One line of a list in which the user may check what is wanted.
+struct Choice {
+  std::string_view label;
+  bool chosen = false;
+};
 
 class FrontEnd {
  public:
@@ -17,6 +24,8 @@ class FrontEnd {
   virtual void message_box(std::string_view title, std::string_view text) = 0;
   // False for no, and where nobody can be asked.
   virtual bool ask_yes_no(std::string_view title, std::string_view question) = 0;
+  // Lets the user change what is chosen; false when they cancel. Where nobody can be asked all stays as it is.
+  virtual bool choose(std::string_view title, std::span<Choice> choices) = 0;
   // The progress bar: `steps` to go from empty to full; 0 takes the bar away.
   virtual void set_progress_range(int steps) = 0;
   virtual void step_progress() = 0;

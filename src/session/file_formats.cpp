@@ -45,10 +45,12 @@ constexpr std::array kFormats{
                .recognises = textfile::recognises_comma_waypoints},
     FileFormat{.code = textfile::kNativeText,
                .name = "a native text file",
+               .title = "Native text",
                .output_extension = ".TXT",
                .recognises = textfile::recognises_native_text,
                .read = textfile::read_native_text,
-               .write = textfile::write_native_text},
+               .write = textfile::write_native_text,
+               .keeps_by_choice = textfile::native_text_keeps},
     FileFormat{
         .code = 3, .name = "a Street Atlas map of version 3", .input_extension = ".SA3", .output_extension = ".SA3"},
     FileFormat{

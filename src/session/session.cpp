@@ -19,7 +19,7 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
       simulated_garmin{simulators::believable_weekend(), {}},
       items(settings, front_end),
       shift(datums, front_end),
-      files(file_formats(), textfile::FileContext{items, shift, datums, settings, front_end, {}}),
+      files(file_formats(), store::FileContext{items, shift, datums, settings, front_end, clock, {}}),
       debug_log(front_end),
       port(
           devices ? std::move(devices)
@@ -52,8 +52,8 @@ double Session::time_offset_hours() const {
   return settings.UseLocalTime == 1 ? machine_offset_hours_ : 0;
 }
 
-textfile::TextOptions Session::text_options() const {
-  textfile::TextOptions options;
+store::OutputOptions Session::text_options() const {
+  store::OutputOptions options;
   options.datum = settings.externaldatum;
   options.notation = settings.DMSMode;
   options.version = settings.This_TXT_File_Version;

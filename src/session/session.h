@@ -56,7 +56,7 @@ class Session {
   // Local time minus UTC for this run, from the settings and, once, the machine.
   [[nodiscard]] double time_offset_hours() const;
   // How native text is written now.
-  [[nodiscard]] textfile::TextOptions text_options() const;
+  [[nodiscard]] store::OutputOptions text_options() const;
 
   // The single commands: true when the receiver answered. The texts go to the output lines.
   bool get_gps_id();

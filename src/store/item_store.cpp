@@ -1,6 +1,7 @@
 #include "store/item_store.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "base/text.h"
@@ -18,14 +19,16 @@ void replace_bars(ItemRecord& item) {
   item.comment.replace('|', '-');
 }
 
-void sort_by_ident(std::vector<ItemRecord>& records) {
-  std::stable_sort(records.begin(), records.end(), [](const ItemRecord& left, const ItemRecord& right) {
-    const std::string_view a = left.ident, b = right.ident;
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-      const auto lower = [](char c) { return static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c); };
-      return lower(x) < lower(y);
-    });
-  });
+void sort_by_ident(PackedItems& records) {
+  std::vector<std::string> idents;
+  idents.reserve(records.size());
+  for (const ItemRecord& record : records) idents.push_back(base::lower_case(record.ident));
+  if (std::is_sorted(idents.begin(), idents.end())) return;
+  std::vector<std::uint32_t> order(records.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::uint32_t left, std::uint32_t right) { return idents[left] < idents[right]; });
+  records.reorder(order);
 }
 
 }  // namespace
@@ -49,9 +52,7 @@ void ItemStore::complete_item(char kind) {
     CurrentItem.symbol_mode = byte_of(static_cast<int>(settings_.IconSelector));
 }
 
-// The whole capacity at the first insertion, so that no later one moves the records.
-void ItemStore::store_current(std::vector<ItemRecord>& records, int capacity) {
-  if (records.empty()) records.reserve(static_cast<std::size_t>(capacity));
+void ItemStore::store_current(PackedItems& records) {
   records.push_back(CurrentItem);
   CurrentItem = ItemRecord{};
 }
@@ -69,11 +70,11 @@ void ItemStore::complete_waypoint() {
 }
 
 int ItemStore::push_waypoint(int slot) {
-  std::vector<ItemRecord>& waypoints = contents_.waypoints;
+  PackedItems& waypoints = contents_.waypoints;
   if (slot > 0) {
     if (slot > waypoint_count()) return 1;
     complete_waypoint();
-    waypoints[slot_of(slot)] = CurrentItem;
+    waypoints.replace(slot_of(slot), CurrentItem);
     CurrentItem = ItemRecord{};
     index_.forget();
     return 0;
@@ -86,9 +87,8 @@ int ItemStore::push_waypoint(int slot) {
   if (same_ident != 0) {
     bool dropped = settings_.HandleReadDups != Duplicates::Merge;
     if (settings_.HandleReadDups == Duplicates::Replace) {
-      ItemRecord& older = waypoints[slot_of(same_ident)];
-      CurrentItem.number = older.number;
-      older = CurrentItem;
+      CurrentItem.number = waypoints[slot_of(same_ident)].number;
+      waypoints.replace(slot_of(same_ident), CurrentItem);
       index_.forget_positions();
     }
     if (!dropped) dropped = index_.first_of(waypoints, CurrentItem.ident, CurrentItem.position) != 0;
@@ -97,7 +97,7 @@ int ItemStore::push_waypoint(int slot) {
       return 0;
     }
   }
-  store_current(waypoints, kWaypointCapacity);
+  store_current(waypoints);
   return 0;
 }
 
@@ -211,7 +211,7 @@ int ItemStore::push_track() {
   sign_position(CurrentItem);
   complete_item('T');
   CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
-  store_current(contents_.track_points, kTrackPointCapacity);
+  store_current(contents_.track_points);
   return 0;
 }
 
@@ -219,7 +219,7 @@ int ItemStore::push_event() {
   if (full(contents_.events.size(), kEventCapacity, "Too many Events (LEI Icons)")) return 1;
   CurrentItem.number = contents_.next_event_number++;
   complete_item('I');
-  store_current(contents_.events, kEventCapacity);
+  store_current(contents_.events);
   return 0;
 }
 
@@ -232,7 +232,7 @@ int ItemStore::push_proximity() {
   sign_position(CurrentItem);
   complete_item('P');
   CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);
-  store_current(contents_.proximity, kProximityCapacity);
+  store_current(contents_.proximity);
   return 0;
 }
 
@@ -306,6 +306,11 @@ void ItemStore::clear_events() {
 void ItemStore::clear_proximity() {
   contents_.proximity = {};
   contents_.last_proximity_number = 0;
+  front_end_.refresh_title();
+}
+
+void ItemStore::set_almanac(const Almanac& almanac) {
+  contents_.almanac = almanac;
   front_end_.refresh_title();
 }
 

@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "base/front_end.h"
+#include "store/almanac.h"
 #include "store/item_record.h"
+#include "store/packed_items.h"
 #include "store/settings.h"
 #include "store/waypoint_index.h"
 
@@ -30,21 +32,14 @@ struct Route {
   std::vector<ItemRecord> points;
 };
 
-// The satellites' almanac as the receiver sent it.
-struct AlmanacBlock {
-  std::array<std::uint8_t, 1504> bytes{};
-  bool valid = false;
-  int count = 0;  // satellites
-};
-
 class ItemStore {
  public:
   // Everything held, and the counters beside it. A copy taken before a transfer lets the transfer take back
   // what it stored when the receiver begins anew.
   struct Contents {
-    std::vector<ItemRecord> waypoints, track_points, events, proximity;
+    PackedItems waypoints, track_points, events, proximity;
     std::array<Route, kRouteCapacity> routes;
-    AlmanacBlock almanac;
+    Almanac almanac;
     std::uint32_t last_waypoint_number = 0;
     std::uint32_t last_proximity_number = 0;
     std::uint32_t next_event_number = 1;
@@ -109,13 +104,15 @@ class ItemStore {
   [[nodiscard]] int track_count() const;
   [[nodiscard]] bool empty() const;  // of items; the almanac does not count
 
-  // Indices from 1 to the count; routes from 0 to 99.
-  [[nodiscard]] const ItemRecord& waypoint(int index) const { return contents_.waypoints[slot_of(index)]; }
-  [[nodiscard]] const ItemRecord& track_point(int index) const { return contents_.track_points[slot_of(index)]; }
-  [[nodiscard]] const ItemRecord& event(int index) const { return contents_.events[slot_of(index)]; }
-  [[nodiscard]] const ItemRecord& proximity(int index) const { return contents_.proximity[slot_of(index)]; }
+  // Indices from 1 to the count; routes from 0 to 99. Records come by value: texts in them live as long as they.
+  [[nodiscard]] ItemRecord waypoint(int index) const { return contents_.waypoints[slot_of(index)]; }
+  [[nodiscard]] ItemRecord track_point(int index) const { return contents_.track_points[slot_of(index)]; }
+  [[nodiscard]] ItemRecord event(int index) const { return contents_.events[slot_of(index)]; }
+  [[nodiscard]] ItemRecord proximity(int index) const { return contents_.proximity[slot_of(index)]; }
   [[nodiscard]] const Route& route(int number) const { return contents_.routes[static_cast<std::size_t>(number)]; }
-  [[nodiscard]] const AlmanacBlock& almanac() const { return contents_.almanac; }
+  [[nodiscard]] const Almanac& almanac() const { return contents_.almanac; }
+  // In the place of the one held; refreshes the title.
+  void set_almanac(const Almanac& almanac);
 
   // Index of the first waypoint of this ident in any letter case; 0 for none. The newest waypoint is not looked at.
   [[nodiscard]] int find_waypoint(std::string_view ident);
@@ -144,7 +141,7 @@ class ItemStore {
   [[nodiscard]] bool full(std::size_t count, int capacity, std::string_view text);
   void complete_item(char kind);
   void complete_waypoint();
-  void store_current(std::vector<ItemRecord>& records, int capacity);
+  void store_current(PackedItems& records);
   int push_route_header();
   void forget_routes();
 

@@ -59,10 +59,10 @@ WaypointIndex::Slot* WaypointIndex::find_slot(Table& table, std::uint32_t hash, 
 }
 
 template <typename Hash, typename Same>
-void WaypointIndex::take_in(Table& table, const std::vector<ItemRecord>& waypoints, Hash hash, Same same) {
+void WaypointIndex::take_in(Table& table, const PackedItems& waypoints, Hash hash, Same same) {
   const int count = static_cast<int>(waypoints.size());
   while (table.taken_in < count) {
-    const ItemRecord& waypoint = waypoints[static_cast<std::size_t>(table.taken_in++)];
+    const ItemRecord waypoint = waypoints[static_cast<std::size_t>(table.taken_in++)];
     // A waypoint that is not even the same as itself (a position that is no number) can never be found.
     if (!same(waypoint, waypoint)) continue;
     make_room(table);
@@ -76,7 +76,7 @@ void WaypointIndex::take_in(Table& table, const std::vector<ItemRecord>& waypoin
   make_room(table);
 }
 
-int WaypointIndex::first_of(const std::vector<ItemRecord>& waypoints, std::string_view ident) {
+int WaypointIndex::first_of(const PackedItems& waypoints, std::string_view ident) {
   take_in(
       by_ident_, waypoints, [](const ItemRecord& item) { return folded(hash_ident(item.ident)); },
       [](const ItemRecord& left, const ItemRecord& right) { return same_ident(left, right.ident); });
@@ -85,8 +85,7 @@ int WaypointIndex::first_of(const std::vector<ItemRecord>& waypoints, std::strin
   return static_cast<int>(slot->index);
 }
 
-int WaypointIndex::first_of(const std::vector<ItemRecord>& waypoints, std::string_view ident,
-                            const geodesy::Position& position) {
+int WaypointIndex::first_of(const PackedItems& waypoints, std::string_view ident, const geodesy::Position& position) {
   take_in(
       by_ident_and_position_, waypoints,
       [](const ItemRecord& item) { return folded(hash_place(item.ident, item.position)); },
@@ -94,7 +93,8 @@ int WaypointIndex::first_of(const std::vector<ItemRecord>& waypoints, std::strin
         return left.position == right.position && same_ident(left, right.ident);
       });
   const Slot* slot = find_slot(by_ident_and_position_, folded(hash_place(ident, position)), [&](std::uint32_t index) {
-    return waypoints[index - 1].position == position && same_ident(waypoints[index - 1], ident);
+    const ItemRecord waypoint = waypoints[index - 1];
+    return waypoint.position == position && same_ident(waypoint, ident);
   });
   return static_cast<int>(slot->index);
 }

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "store/item_record.h"
+#include "store/packed_items.h"
 
 namespace store {
 
@@ -17,9 +17,8 @@ class WaypointIndex {
  public:
   // Both return the index (from 1) of the first match, 0 for none. Letter case of the ident does not count;
   // latitude and longitude must be equal to the last bit.
-  [[nodiscard]] int first_of(const std::vector<ItemRecord>& waypoints, std::string_view ident);
-  [[nodiscard]] int first_of(const std::vector<ItemRecord>& waypoints, std::string_view ident,
-                             const geodesy::Position& position);
+  [[nodiscard]] int first_of(const PackedItems& waypoints, std::string_view ident);
+  [[nodiscard]] int first_of(const PackedItems& waypoints, std::string_view ident, const geodesy::Position& position);
   // After any change of waypoints already there...
   void forget();
   // ... or only of their positions.
@@ -38,7 +37,7 @@ class WaypointIndex {
   };
 
   template <typename Hash, typename Same>
-  static void take_in(Table& table, const std::vector<ItemRecord>& waypoints, Hash hash, Same same);
+  static void take_in(Table& table, const PackedItems& waypoints, Hash hash, Same same);
   template <typename Same>
   static Slot* find_slot(Table& table, std::uint32_t hash, Same same);
   static void make_room(Table& table);

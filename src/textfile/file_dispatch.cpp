@@ -1,13 +1,14 @@
 #include "textfile/file_dispatch.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <system_error>
 #include <utility>
 
-#include "base/safe_file.h"
 #include "base/text.h"
-#include "textfile/line_cursor.h"
+#include "store/losses.h"
+#include "textfile/text_layout.h"
 
 namespace textfile {
 namespace {
@@ -24,13 +25,6 @@ bool has_extension(const fs::path& path, std::string_view extension) {
   return !extension.empty() && base::equal_ignoring_case(extension_of(path), extension);
 }
 
-// The first line that is not empty, as far as a line is read at once; empty when there is none.
-std::string_view first_line(std::string_view contents) {
-  for (LineCursor lines(contents); !lines.at_end();)
-    if (const std::string_view line = lines.next(); !line.empty()) return line;
-  return {};
-}
-
 // When the file was last changed, as a date text in UTC; nothing when the system does not say.
 std::optional<std::string> modification_date(const fs::path& path) {
   std::error_code error;
@@ -40,9 +34,17 @@ std::optional<std::string> modification_date(const fs::path& path) {
   return store::format_date_text(unix_time.time_since_epoch().count() - store::kGarminEpochUnix);
 }
 
+std::string unreadable(const std::string& name, const FileFormat& format) {
+  return name + " is " + std::string(format.name) + ": this type of file cannot be read.";
+}
+
+// Losses stand from here on; above are the writer's own lines.
+constexpr int kFirstLossLine = 3;
+constexpr int kLastLine = 10;
+
 }  // namespace
 
-FileDispatch::FileDispatch(std::span<const FileFormat> formats, FileContext context)
+FileDispatch::FileDispatch(std::span<const FileFormat> formats, store::FileContext context)
     : formats_(formats), context_(std::move(context)) {}
 
 const FileFormat* FileDispatch::reader_of(const fs::path& path) const {
@@ -51,8 +53,9 @@ const FileFormat* FileDispatch::reader_of(const fs::path& path) const {
   return row == formats_.end() ? nullptr : &*row;
 }
 
-const FileFormat* FileDispatch::format_of_contents(std::string_view contents) const {
-  const std::string_view line = first_line(contents);
+const FileFormat* FileDispatch::format_of_contents(base::TextInput& input) const {
+  input.skip_empty_lines();
+  const std::string_view line = base::TextInput(input.peek(kLongestLine)).next_line();
   const auto row = std::find_if(formats_.begin(), formats_.end(), [&](const FileFormat& format) {
     return !line.empty() && format.recognises != nullptr && format.recognises(line);
   });
@@ -61,9 +64,12 @@ const FileFormat* FileDispatch::format_of_contents(std::string_view contents) co
 
 int FileDispatch::input_type(const fs::path& path) const {
   if (const FileFormat* const format = reader_of(path)) return format->code;
-  std::string contents, reason;
-  if (!base::load_file(path, contents, reason)) return kCannotOpen;
-  const FileFormat* const format = format_of_contents(contents);
+  std::ifstream file;
+  std::uint64_t size = 0;
+  std::string reason;
+  if (!base::open_file(path, file, size, reason)) return kCannotOpen;
+  base::TextInput input(file, size);
+  const FileFormat* const format = format_of_contents(input);
   return format == nullptr ? kUnknownType : format->code;
 }
 
@@ -80,37 +86,38 @@ bool FileDispatch::do_input(const fs::path& path) {
   };
   const std::string name = path.string();
   const FileFormat* format = reader_of(path);
-  std::optional<std::string> contents;
+  if (format != nullptr && format->read == nullptr) return refuse(unreadable(name, *format));
+  std::ifstream file;
+  std::uint64_t size = 0;
+  if (format != nullptr) {
+    if (!openit(path, file, size)) return false;
+  } else {
+    std::string reason;
+    if (!base::open_file(path, file, size, reason)) return refuse("Unable to open file: " + name);
+  }
+  base::TextInput input(file, size);
   if (format == nullptr) {
     // Read once only: a pipe cannot be read again.
-    std::string reason;
-    if (!base::load_file(path, contents.emplace(), reason)) return refuse("Unable to open file: " + name);
-    format = format_of_contents(*contents);
+    format = format_of_contents(input);
     if (format == nullptr) return refuse("Unknown input file type: " + name);
-  }
-  if (format->read == nullptr)
-    return refuse(name + " is " + std::string(format->name) + ": this type of file cannot be read yet.");
-  if (contents) {
+    if (format->read == nullptr) return refuse(unreadable(name, *format));
     if (!announce(path)) return false;
-  } else {
-    contents = openit(path);
   }
-  if (!contents) return false;
-  const int accepted = format->read(context_, *contents, name);
+  const int accepted = format->read(context_, input, name);
   if (context_.settings.SA_SortAfterInput != 0) sort_waypoints();
   context_.front_end.refresh_title();
-  return accepted > 0 || refuse("No Valid input records in file: '" + name + "'");
+  // A reader that refuses the file as a whole has said why.
+  return accepted > 0 || (accepted == 0 && refuse("No Valid input records in file: '" + name + "'"));
 }
 
-std::optional<std::string> FileDispatch::openit(const fs::path& path) {
-  const std::string name = path.string();
-  std::string contents, reason;
-  if (!base::load_file(path, contents, reason)) {
-    context_.front_end.message_box("openit", "Can't open file '" + name + "'");
+bool FileDispatch::openit(const fs::path& path, std::ifstream& file, std::uint64_t& size) {
+  std::string reason;
+  if (!base::open_file(path, file, size, reason)) {
+    context_.front_end.message_box("openit", "Can't open file '" + path.string() + "'");
     context_.front_end.write_line(3, "The file was not read: " + reason + ".");
-    return std::nullopt;
+    return false;
   }
-  return announce(path) ? std::optional(contents) : std::nullopt;
+  return announce(path);
 }
 
 bool FileDispatch::announce(const fs::path& path) {
@@ -130,32 +137,79 @@ const FileFormat* FileDispatch::writer_of(const fs::path& path) const {
   return row == formats_.end() ? format_of(kNativeText) : &*row;
 }
 
-bool FileDispatch::save(const fs::path& path, const TextOptions& options) {
+bool FileDispatch::save(const fs::path& path, const store::OutputOptions& given_options) {
   const FileFormat* const format = writer_of(path);
   if (format == nullptr || format->write == nullptr) {
     const std::string type(format == nullptr ? "a file of unknown type" : format->name);
     context_.front_end.message_box("open_output",
-                                   path.string() + " would be " + type + ": this type of file cannot be written yet.");
+                                   path.string() + " would be " + type + ": this type of file cannot be written.");
     return false;
   }
   if (has_extension(path, ".txt") && context_.store.empty()) {
     context_.front_end.write_line(1, "Save aborted -- No .txt information to save!");
     return false;
   }
+  store::OutputOptions options = given_options;
+  if (!format->is_bitmap && !choose_kinds(options)) {
+    context_.front_end.write_line(1, "Save aborted -- nothing was written.");
+    return false;
+  }
   if (!format->is_bitmap && context_.settings.SA_SortBeforeOutput != 0) sort_waypoints();
-  const std::optional<std::string> contents = format->write(context_, options);
-  if (!contents) return false;
-  if (open_output(path, format->is_bitmap ? *contents : base::with_line_ends(*contents)) == 0) return false;
-  context_.front_end.write_line(1, "File " + path.string() + " saved");
+  const fs::path target = format->output_name == nullptr ? path : format->output_name(context_, options, path);
+  base::SafeFile file;
+  if (open_output(target, file) == 0) return false;
+  {
+    base::TextOutput out([&](std::string_view block) {
+      if (format->is_binary) {
+        file.write(block);
+      } else {
+        file.write(base::with_line_ends(block));
+      }
+    });
+    if (!format->write(context_, options, out)) return false;
+  }
+  if (const std::string reason = file.commit(); !reason.empty()) return refuse_output(target, reason) != 0;
+  context_.front_end.write_line(1, "File " + target.string() + " saved");
+  if (!format->is_bitmap) say_losses(*format, options);
   return true;
 }
 
-int FileDispatch::open_output(const fs::path& path, std::string_view contents) {
-  const std::string reason = base::save_file(path, contents);
-  if (reason.empty()) return 1;
+int FileDispatch::open_output(const fs::path& path, base::SafeFile& file) {
+  const std::string reason = file.open(path);
+  return reason.empty() ? 1 : refuse_output(path, reason);
+}
+
+int FileDispatch::refuse_output(const fs::path& path, const std::string& reason) {
   context_.front_end.message_box("open_output", "Can't open output file " + path.string());
   context_.front_end.write_line(3, "Nothing was saved (" + reason + "): choose another folder or name, or make room.");
   return 0;
+}
+
+// Where the configuration wants it and the command has not named the kinds already.
+bool FileDispatch::choose_kinds(store::OutputOptions& options) {
+  if (context_.settings.SelectItemsToSave == 0 || options.kinds_given) return true;
+  std::array choices{base::Choice{"Waypoints", options.waypoints}, base::Choice{"Routes", options.routes},
+                     base::Choice{"Tracks", options.tracks}, base::Choice{"Proximity waypoints", options.proximity},
+                     base::Choice{"Events", options.events}};
+  if (!context_.front_end.choose("Items to save", choices)) return false;
+  options.waypoints = choices[0].chosen;
+  options.routes = choices[1].chosen;
+  options.tracks = choices[2].chosen;
+  options.proximity = choices[3].chosen;
+  options.events = choices[4].chosen;
+  return true;
+}
+
+void FileDispatch::say_losses(const FileFormat& format, const store::OutputOptions& options) {
+  const store::Kept kept =
+      format.keeps_by_choice == nullptr ? format.keeps : format.keeps_by_choice(context_.settings, options);
+  int line = kFirstLossLine;
+  std::string text;
+  for (const std::string& loss : store::losses(context_.store, options, format.title, kept)) {
+    text = line < kLastLine || text.empty() ? loss : text + "; " + loss;
+    context_.front_end.write_line(line, text);
+    line = std::min(line + 1, kLastLine);
+  }
 }
 
 void FileDispatch::sort_waypoints() {

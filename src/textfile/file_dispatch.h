@@ -2,12 +2,14 @@
 // extension.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
-#include <optional>
+#include <fstream>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "base/safe_file.h"
 #include "textfile/file_format.h"
 
 namespace textfile {
@@ -16,7 +18,7 @@ class FileDispatch {
  public:
   // The rows in the order in which first lines are tried on them; one must be native text. They and the
   // context's objects must outlive the dispatch.
-  FileDispatch(std::span<const FileFormat> formats, FileContext context);
+  FileDispatch(std::span<const FileFormat> formats, store::FileContext context);
 
   // The code of the row that reads the file; kUnknownType, or kCannotOpen where the first line is needed.
   [[nodiscard]] int input_type(const std::filesystem::path& path) const;
@@ -24,27 +26,31 @@ class FileDispatch {
   // Reads one file into the store. False, after one message box, when nothing was read from it.
   bool do_input(const std::filesystem::path& path);
 
-  // The file's bytes, announced on output line 1; nothing, after a message box, when it cannot be read.
-  [[nodiscard]] std::optional<std::string> openit(const std::filesystem::path& path);
+  // Opens a file, tells its size in bytes and announces it on output line 1; false after a message box.
+  [[nodiscard]] bool openit(const std::filesystem::path& path, std::ifstream& file, std::uint64_t& size);
 
-  // Writes the store as the type that the extension names: native text for none or an unlisted one. False
-  // when nothing was written; the reason is in a message box, or for empty stores on output line 1.
-  bool save(const std::filesystem::path& path, const TextOptions& options);
+  // Writes the store as the type that the extension names: native text for none or an unlisted one. What the
+  // type cannot hold is said from output line 3 on. False when nothing was written; the reason is in a message
+  // box, or for empty stores on output line 1, or the user has cancelled the choice of kinds.
+  bool save(const std::filesystem::path& path, const store::OutputOptions& options);
 
-  // Puts the contents in the file's place: 1, or 0 after a message box, with the reason on output line 3 and
-  // the old file as it was.
-  int open_output(const std::filesystem::path& path, std::string_view contents);
+  // Creates the output file: 1, or 0 after a message box, with the reason on output line 3 and the old file as
+  // it was.
+  int open_output(const std::filesystem::path& path, base::SafeFile& file);
 
  private:
   [[nodiscard]] const FileFormat* reader_of(const std::filesystem::path& path) const;
-  [[nodiscard]] const FileFormat* format_of_contents(std::string_view contents) const;
+  [[nodiscard]] const FileFormat* format_of_contents(base::TextInput& input) const;
   bool announce(const std::filesystem::path& path);
   [[nodiscard]] const FileFormat* format_of(int code) const;
   [[nodiscard]] const FileFormat* writer_of(const std::filesystem::path& path) const;
+  [[nodiscard]] int refuse_output(const std::filesystem::path& path, const std::string& reason);
+  [[nodiscard]] bool choose_kinds(store::OutputOptions& options);
+  void say_losses(const FileFormat& format, const store::OutputOptions& options);
   void sort_waypoints();
 
   std::span<const FileFormat> formats_;
-  FileContext context_;
+  store::FileContext context_;
 };
 
 }  // namespace textfile

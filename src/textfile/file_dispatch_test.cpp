@@ -1,6 +1,7 @@
 #include "textfile/file_dispatch.h"
 
 #include "base/safe_file.h"
+#include "tests/support/stepping_clock.h"
 #include "tests/support/text_file_fixture.h"
 
 namespace textfile {
@@ -63,10 +64,11 @@ class Dispatch : public TextFileTest {
     return base::load_file(folder / name, contents, reason) ? contents : "(" + reason + ")";
   }
 
+  support::SteppingClock clock;
   const std::filesystem::path folder =
       std::filesystem::temp_directory_path() /
       (std::string("textfile_test_") + testing::UnitTest::GetInstance()->current_test_info()->name());
-  FileDispatch dispatch{kFormats, FileContext{store, shift, datums, settings, front_end, {}}};
+  FileDispatch dispatch{kFormats, store::FileContext{store, shift, datums, settings, front_end, clock, {}}};
 };
 
 constexpr std::string_view kTwoWaypoints =
@@ -119,7 +121,7 @@ TEST_F(Dispatch, WhatCannotBeReadIsSaidInOneBox) {
         Case{file("bad.txt", "W  nothing\n"),
              "No Valid input records in file: '" + (folder / "bad.txt").string() + "'"},
         Case{file("a.plt", kTwoWaypoints),
-             (folder / "a.plt").string() + " is an OziExplorer track file: this type of file cannot be read yet."}}) {
+             (folder / "a.plt").string() + " is an OziExplorer track file: this type of file cannot be read."}}) {
     front_end.boxes.clear();
     EXPECT_FALSE(dispatch.do_input(c.path));
     EXPECT_THAT(front_end.boxes, ElementsAre(Pair("do_input", c.text)));
@@ -139,7 +141,7 @@ TEST_F(Dispatch, SavingChoosesTheWriterByExtensionAndNeverPutsTextIntoAnotherTyp
   for (const std::string name : {"out.igc", "out.Plt"}) {
     front_end.boxes.clear();
     EXPECT_FALSE(dispatch.save(folder / name, options)) << name;
-    EXPECT_THAT(front_end.boxes, ElementsAre(Pair("open_output", HasSubstr("cannot be written yet"))));
+    EXPECT_THAT(front_end.boxes, ElementsAre(Pair("open_output", HasSubstr("cannot be written"))));
     EXPECT_FALSE(std::filesystem::exists(folder / name));
   }
 }

@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "tests/support/text_file_fixture.h"
+#include "textfile/text_layout.h"
 
 namespace textfile {
 namespace {

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "base/reading_progress.h"
 #include "base/text.h"
 #include "textfile/detail_lines.h"
 #include "textfile/position_columns.h"
@@ -70,43 +71,6 @@ Number number_or(std::string_view text, Number otherwise) {
 
 bool fits_a_time(std::int64_t seconds) { return seconds > 0 && seconds <= std::numeric_limits<std::uint32_t>::max(); }
 
-// The progress bar of a file that takes a while, and the user's wish to stop.
-class Progress {
- public:
-  Progress(base::FrontEnd& front_end, std::size_t file_size) : front_end_(front_end), file_size_(file_size) {
-    if (shown()) front_end_.set_progress_range(kSteps);
-  }
-  ~Progress() {
-    if (shown()) front_end_.set_progress_range(0);
-  }
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-
-  // To be called for each line; false when the user has asked to stop.
-  bool go_on(std::size_t remaining) {
-    if (++lines_ % kLinesBetweenPolls != 0) return true;
-    if (front_end_.EscPressed()) {
-      front_end_.write_line(2, "Operation Aborted");
-      return false;
-    }
-    if (!shown()) return true;
-    const auto reached = static_cast<int>((file_size_ - remaining) / (file_size_ / kSteps));
-    for (; step_ < std::min(reached, kSteps); ++step_) front_end_.step_progress();
-    return true;
-  }
-
- private:
-  static constexpr int kSteps = 100;
-  static constexpr int kLinesBetweenPolls = 1000;
-  static constexpr std::size_t kLargeFile = 1'000'000;  // bytes
-  [[nodiscard]] bool shown() const { return file_size_ > kLargeFile; }
-
-  base::FrontEnd& front_end_;
-  std::size_t file_size_;
-  int lines_ = 0;
-  int step_ = 0;
-};
-
 }  // namespace
 
 TextReader::TextReader(store::ItemStore& store, geodesy::DatumShift& shift, const geodesy::DatumTable& datums,
@@ -119,7 +83,7 @@ TextReader::TextReader(store::ItemStore& store, geodesy::DatumShift& shift, cons
       front_end_(front_end),
       command_options_(std::move(command_options)) {}
 
-int TextReader::read(std::string_view contents, const std::string& file_name) {
+int TextReader::read(base::TextInput& input, const std::string& file_name) {
   state_ = State{};
   state_.file_name = file_name;
   set_file_datum(kInternalDatum);
@@ -127,9 +91,8 @@ int TextReader::read(std::string_view contents, const std::string& file_name) {
   store_.clear_route_overflow();
   store_.forget_pending_track();
   {
-    Progress progress(front_end_, contents.size());
-    LineCursor lines(contents);
-    while (!lines.at_end() && progress.go_on(lines.remaining()) && read_line(lines)) {
+    base::ReadingProgress progress(front_end_, input);
+    while (!input.at_end() && progress.go_on() && read_line(input)) {
     }
   }
   store_.start_item();
@@ -140,11 +103,12 @@ int TextReader::read(std::string_view contents, const std::string& file_name) {
 void TextReader::set_file_datum(std::string_view name) { shift_.set_datum_shift(name, kInternalDatum); }
 
 // False when the rest of the file is not to be read.
-bool TextReader::read_line(LineCursor& lines) {
-  const std::string_view whole = lines.next();
+bool TextReader::read_line(base::TextInput& lines) {
+  const std::string whole(lines.next_line(kLongestLine));  // a copy: detail lines are read below
   if (whole.starts_with('V')) {
     constexpr std::size_t kVersionColumn = 8;
-    state_.version = base::leading_integer(whole.substr(std::min(kVersionColumn, whole.size()))) >= 2 ? 2 : 1;
+    state_.version =
+        base::leading_integer(std::string_view(whole).substr(std::min(kVersionColumn, whole.size()))) >= 2 ? 2 : 1;
     return true;
   }
   if (whole.empty() || kLineKinds.find(whole[0]) == std::string_view::npos) return true;
@@ -152,7 +116,7 @@ bool TextReader::read_line(LineCursor& lines) {
   if (line.size() <= 2 || read_setting_line(line)) return true;
   store_.start_item();
   if (line[0] == 'W') {
-    while (lines.next_begins_with('c')) read_detail_line(lines.next(), store_.CurrentItem, front_end_);
+    while (lines.next_begins_with('c')) read_detail_line(lines.next_line(kLongestLine), store_.CurrentItem, front_end_);
     if (store_.route_overflow()) return false;
   }
   line = without_last_mark(line);

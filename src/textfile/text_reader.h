@@ -9,12 +9,12 @@
 #include <string_view>
 
 #include "base/front_end.h"
+#include "base/text_input.h"
 #include "geodesy/datum_shift.h"
 #include "geodesy/datum_table.h"
 #include "geodesy/notation.h"
 #include "store/item_store.h"
 #include "store/settings.h"
-#include "textfile/line_cursor.h"
 
 namespace textfile {
 
@@ -28,7 +28,7 @@ class TextReader {
   // Reads a whole file. The result is the number of data lines accepted; lines that are none, or that hold no
   // position, are passed over. Times without a 'Z' line are UTC, positions without a 'D' line WGS-84. An
   // abort by the user leaves what was read, and says so on output line 2.
-  int read(std::string_view contents, const std::string& file_name);
+  int read(base::TextInput& input, const std::string& file_name);
 
  private:
   struct State {
@@ -46,7 +46,7 @@ class TextReader {
   };
 
   void set_file_datum(std::string_view name);
-  bool read_line(LineCursor& lines);
+  bool read_line(base::TextInput& lines);
   bool read_setting_line(std::string_view line);
   void read_data_line(std::string_view line);
   void read_datum(std::string_view line);

@@ -17,6 +17,7 @@ namespace {
 using geodesy::DistanceUnit;
 using geodesy::Position;
 using store::ItemRecord;
+using store::OutputOptions;
 
 constexpr std::string_view kNoTime = "Sun Dec 31 00:00:00 1989";
 constexpr std::size_t kIdentInComment = 20;  // characters of an ident that stands in the comment column
@@ -45,7 +46,7 @@ std::string_view notation_word(geodesy::Notation notation) {
   return kNotationWords[1].word;
 }
 
-void append_header(std::string& out, const TextOptions& options) {
+void append_header(std::string& out, const OutputOptions& options) {
   if (!is_short_layout(options.version)) out += "Version " + std::to_string(options.version) + "\n";
   out += "#" + store::format_date_text(options.now_unix - store::kGarminEpochUnix) + " GMT\n";
   out += "D " + options.datum + "\nM ";
@@ -53,7 +54,7 @@ void append_header(std::string& out, const TextOptions& options) {
   out += base::format_text("\nZ %f\n", options.offset_hours);
 }
 
-void append_time(std::string& out, const ItemRecord& item, const TextOptions& options, bool as_kept) {
+void append_time(std::string& out, const ItemRecord& item, const OutputOptions& options, bool as_kept) {
   if (item.time.seconds == 0 || options.zero_time) {
     out += kNoTime;
   } else {
@@ -110,7 +111,7 @@ void append_ident(std::string& out, const ItemRecord& item, int version) {
 }
 
 // The columns behind the time; proximity waypoints always have them all.
-void append_comment_and_symbol(std::string& out, const ItemRecord& item, const TextOptions& options) {
+void append_comment_and_symbol(std::string& out, const ItemRecord& item, const OutputOptions& options) {
   const bool is_proximity = item.kind == 'P';
   out += ' ';
   if (is_proximity || !options.no_comments)
@@ -182,30 +183,29 @@ class DistanceLines {
 TextWriter::TextWriter(const store::ItemStore& store, geodesy::DatumShift& shift, base::FrontEnd& front_end)
     : store_(store), shift_(shift), front_end_(front_end) {}
 
-std::string TextWriter::write(const TextOptions& options) {
-  constexpr std::size_t kTypicalLine = 120;
+void TextWriter::write(const OutputOptions& options, base::TextOutput& out) {
   prepared_datum_.reset();
   prepare_shift(options.datum);
   changed_texts_ = 0;
   left_out_ = 0;
-  std::string out;
-  const int items =
-      store_.waypoint_count() + store_.track_point_count() + store_.event_count() + store_.proximity_count();
-  out.reserve((static_cast<std::size_t>(items) + 10) * kTypicalLine);
-  append_header(out, options);
-  for (int i = 1; options.waypoints && i <= store_.waypoint_count(); ++i)
-    append_waypoint(out, store_.waypoint(i), options, false);
+  std::string text;
+  const auto append = [&](const ItemRecord& record) {
+    append_waypoint(text, record, options, false);
+    out += text;
+    text.clear();
+  };
+  append_header(text, options);
+  out += text;
+  text.clear();
+  for (int i = 1; options.waypoints && i <= store_.waypoint_count(); ++i) append(store_.waypoint(i));
   if (options.routes) append_routes(out, options);
-  for (int i = 1; options.proximity && i <= store_.proximity_count(); ++i)
-    append_waypoint(out, store_.proximity(i), options, false);
+  for (int i = 1; options.proximity && i <= store_.proximity_count(); ++i) append(store_.proximity(i));
   if (options.tracks) append_tracks(out, options);
-  for (int i = 1; options.events && i <= store_.event_count(); ++i)
-    append_waypoint(out, store_.event(i), options, false);
+  for (int i = 1; options.events && i <= store_.event_count(); ++i) append(store_.event(i));
   report();
-  return out;
 }
 
-std::string TextWriter::item_line(const ItemRecord& record, const TextOptions& options, bool is_route_point) {
+std::string TextWriter::item_line(const ItemRecord& record, const OutputOptions& options, bool is_route_point) {
   prepare_shift(options.datum);
   const ItemRecord item = cleaned(record, options.version);
   std::string line;
@@ -258,7 +258,7 @@ ItemRecord TextWriter::cleaned(const ItemRecord& record, int version) {
 }
 
 // False when the record has no position, and so no line.
-bool TextWriter::append_item(std::string& out, const ItemRecord& item, const TextOptions& options,
+bool TextWriter::append_item(std::string& out, const ItemRecord& item, const OutputOptions& options,
                              bool is_route_point) {
   const std::optional<Position> position = shift_position(shift_, item.position);
   if (!position) return false;
@@ -286,7 +286,7 @@ bool TextWriter::append_item(std::string& out, const ItemRecord& item, const Tex
 }
 
 // A line with its detail lines; false when the record is not written.
-bool TextWriter::append_waypoint(std::string& out, const ItemRecord& record, const TextOptions& options,
+bool TextWriter::append_waypoint(std::string& out, const ItemRecord& record, const OutputOptions& options,
                                  bool is_route_point) {
   if (record.in_use == 0) return false;
   const ItemRecord item = cleaned(record, options.version);
@@ -299,7 +299,8 @@ bool TextWriter::append_waypoint(std::string& out, const ItemRecord& record, con
   return true;
 }
 
-void TextWriter::append_routes(std::string& out, const TextOptions& options) {
+void TextWriter::append_routes(base::TextOutput& file, const OutputOptions& options) {
+  std::string out;
   for (int number = 0; number < store::kRouteCapacity; ++number) {
     const store::Route& route = store_.route(number);
     if (!route.header || route.header->in_use == 0) continue;
@@ -310,10 +311,13 @@ void TextWriter::append_routes(std::string& out, const TextOptions& options) {
       if (append_waypoint(out, point, options, true)) distances.add_point(out, point.position);
     distances.finish(out);
     out += base::format_text("E  %02u\n", static_cast<unsigned>(route.header->route_number));
+    file += out;
+    out.clear();
   }
 }
 
-void TextWriter::append_tracks(std::string& out, const TextOptions& options) {
+void TextWriter::append_tracks(base::TextOutput& file, const OutputOptions& options) {
+  std::string out;
   DistanceLines distances(options.distances);
   // A start that was deleted from a list stands before the next point that was not.
   std::optional<ItemRecord> start;
@@ -332,8 +336,11 @@ void TextWriter::append_tracks(std::string& out, const TextOptions& options) {
     }
     out += '\n';
     distances.add_point(out, point.position);
+    file += out;
+    out.clear();
   }
   distances.finish(out);
+  file += out;
 }
 
 void TextWriter::report() const {

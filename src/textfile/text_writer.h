@@ -9,26 +9,14 @@
 #include <string_view>
 
 #include "base/front_end.h"
+#include "base/text_output.h"
 #include "geodesy/datum_shift.h"
 #include "geodesy/notation.h"
 #include "geodesy/position.h"
 #include "store/item_store.h"
+#include "store/output_options.h"
 
 namespace textfile {
-
-struct TextOptions {
-  std::string datum = "WGS-84";
-  geodesy::Notation notation = geodesy::Notation::Dmm;
-  int version = 2;
-  std::int64_t offset_seconds = 0;  // hours from UTC as whole seconds (store::offset_seconds) ...
-  double offset_hours = 0;          // ... and as the 'Z' line shows them
-  bool zero_time = false;           // no times
-  bool distances = false;           // comment lines with the lengths of routes and tracks
-  bool no_comments = false;
-  bool no_symbols = false;
-  bool waypoints = true, routes = true, proximity = true, tracks = true, events = true;
-  std::int64_t now_unix = 0;  // when the file is written, seconds since 1970-01-01 UTC
-};
 
 class TextWriter {
  public:
@@ -37,22 +25,24 @@ class TextWriter {
 
   // The whole file with LF line ends. Characters that would break a line are written as '-', and records
   // without a position are left out: output line 2 tells how many.
-  std::string write(const TextOptions& options);
+  void write(const store::OutputOptions& options, base::TextOutput& out);
 
   // The line of one record, without line end; empty when it has no position. Route points print their time as
   // kept. The shift is prepared by the first call for a datum: nobody else may prepare it between calls.
-  std::string item_line(const store::ItemRecord& record, const TextOptions& options, bool is_route_point = false);
+  std::string item_line(const store::ItemRecord& record, const store::OutputOptions& options,
+                        bool is_route_point = false);
 
  private:
   void prepare_shift(const std::string& datum);
   [[nodiscard]] store::ItemRecord cleaned(const store::ItemRecord& record, int version);
   template <std::size_t N>
   void clean(base::FixedText<N>& text, std::string_view forbidden);
-  bool append_item(std::string& out, const store::ItemRecord& item, const TextOptions& options, bool is_route_point);
-  bool append_waypoint(std::string& out, const store::ItemRecord& record, const TextOptions& options,
+  bool append_item(std::string& out, const store::ItemRecord& item, const store::OutputOptions& options,
+                   bool is_route_point);
+  bool append_waypoint(std::string& out, const store::ItemRecord& record, const store::OutputOptions& options,
                        bool is_route_point);
-  void append_routes(std::string& out, const TextOptions& options);
-  void append_tracks(std::string& out, const TextOptions& options);
+  void append_routes(base::TextOutput& out, const store::OutputOptions& options);
+  void append_tracks(base::TextOutput& out, const store::OutputOptions& options);
   void report() const;
 
   const store::ItemStore& store_;

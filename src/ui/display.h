@@ -31,6 +31,9 @@ class Display : public base::FrontEnd {
   void set_status(int field, std::string_view text) override;
   void message_box(std::string_view title, std::string_view text) override;
   bool ask_yes_no(std::string_view title, std::string_view question) override;
+  bool choose(std::string_view title, std::span<base::Choice> choices) override {
+    return screen_.choose(title, choices);
+  }
   void set_progress_range(int steps) override;
   void step_progress() override;
   void show_title(std::string_view text) override { screen_.paint_title(text); }

@@ -1,7 +1,10 @@
 // What a window or a console must be able to do for Display. It only paints and asks; every rule stands in Display.
 #pragma once
 
+#include <span>
 #include <string_view>
+
+#include "base/front_end.h"
 
 namespace ui {
 
@@ -15,6 +18,8 @@ class Screen {
   virtual void paint_progress(int step, int steps) = 0;  // steps 0: no bar
   virtual void show_box(std::string_view title, std::string_view text) = 0;
   virtual bool ask(std::string_view title, std::string_view question) = 0;
+  // As base::FrontEnd::choose.
+  virtual bool choose(std::string_view title, std::span<base::Choice> choices) = 0;
   // Takes one pending input event; true when it asks to abort.
   virtual bool take_abort_request() = 0;
 };

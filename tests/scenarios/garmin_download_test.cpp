@@ -193,8 +193,7 @@ ItemRecord expected(int format, const SimWaypoint& waypoint, char kind) {
   return item;
 }
 
-void expect_waypoints(const std::vector<ItemRecord>& stored, int format, const std::vector<SimWaypoint>& sent,
-                      char kind) {
+void expect_waypoints(const store::PackedItems& stored, int format, const std::vector<SimWaypoint>& sent, char kind) {
   ASSERT_EQ(stored.size(), sent.size());
   for (std::size_t i = 0; i < sent.size(); ++i) {
     ItemRecord item = stored[i];

@@ -110,8 +110,9 @@ class DamagedFile : public NativeText {
 
   int read(std::string_view text) {
     items().restore(nothing_);  // much faster than clearing, which gives the memory back
-    const textfile::FileContext context{items(), session->shift, session->datums, session->settings, front_end, {}};
-    return textfile::read_native_text(context, text, "damaged.txt");
+    const store::FileContext context{items(), session->shift, session->datums, session->settings, front_end, clock, {}};
+    base::TextInput input(text);
+    return textfile::read_native_text(context, input, "damaged.txt");
   }
   static std::vector<std::string> samples() {
     std::vector<std::string> contents;
@@ -122,7 +123,9 @@ class DamagedFile : public NativeText {
   // The records of each store by itself, a route's points being one.
   static std::vector<std::vector<ItemRecord>> stores(const store::ItemStore& items) {
     const store::ItemStore::Contents& all = items.contents();
-    std::vector<std::vector<ItemRecord>> result{all.waypoints, all.track_points, all.proximity, all.events};
+    std::vector<std::vector<ItemRecord>> result;
+    for (const store::PackedItems* list : {&all.waypoints, &all.track_points, &all.proximity, &all.events})
+      result.emplace_back(list->begin(), list->end());
     for (const store::Route& route : all.routes) {
       result.push_back({});
       if (route.header) result.back().push_back(*route.header);

@@ -81,7 +81,7 @@ inline std::string described(const store::ItemRecord& record, Detail detail = De
 
 // Every record of a store in its order; routes with their headers.
 inline std::vector<store::ItemRecord> all_records(const store::ItemStore& items) {
-  std::vector<store::ItemRecord> records = items.contents().waypoints;
+  std::vector<store::ItemRecord> records(items.contents().waypoints.begin(), items.contents().waypoints.end());
   for (const store::Route& route : items.contents().routes) {
     if (route.header) records.push_back(*route.header);
     records.insert(records.end(), route.points.begin(), route.points.end());

@@ -27,6 +27,14 @@ class RecordingFrontEnd : public base::FrontEnd {
     questions.emplace_back(title, question);
     return answer;
   }
+  bool choose(std::string_view title, std::span<base::Choice> choices) override {
+    questions.emplace_back(title, "");
+    for (base::Choice& choice : choices) {
+      questions.back().second += std::string(choice.label) + (choice.chosen ? "+" : "-");
+      if (std::find(not_chosen.begin(), not_chosen.end(), choice.label) != not_chosen.end()) choice.chosen = false;
+    }
+    return answer;
+  }
   void set_progress_range(int steps) override {
     progress_range = steps;
     progress = 0;
@@ -49,6 +57,7 @@ class RecordingFrontEnd : public base::FrontEnd {
   std::vector<std::pair<std::string, std::string>> questions;
   std::function<bool()> esc;  // asked at every poll
   std::string shown_title;
+  std::vector<std::string> not_chosen;  // labels that the user unchecks
   bool answer = true;
   int progress_range = 0;
   int progress = 0;

@@ -26,9 +26,17 @@ class TextFileTest : public testing::Test {
   int read(std::string_view text) {
     textfile::TextReader reader(store, shift, datums, settings, front_end,
                                 [this](std::string_view line) { options_seen.emplace_back(line); });
-    return reader.read(text, "a file.txt");
+    base::TextInput input(text);
+    return reader.read(input, "a file.txt");
   }
-  std::string write() { return textfile::TextWriter(store, shift, front_end).write(options); }
+  std::string write() {
+    std::string text;
+    {
+      base::TextOutput out([&text](std::string_view block) { text += block; });
+      textfile::TextWriter(store, shift, front_end).write(options, out);
+    }
+    return text;
+  }
   // Without the header.
   std::vector<std::string> written_lines() {
     const std::string text = write();
@@ -59,7 +67,7 @@ class TextFileTest : public testing::Test {
   geodesy::DatumTable datums;
   geodesy::DatumShift shift{datums, front_end};
   store::ItemStore store{settings, front_end};
-  textfile::TextOptions options;
+  store::OutputOptions options;
   std::vector<std::string> options_seen;
 };
 

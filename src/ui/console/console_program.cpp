@@ -11,20 +11,20 @@
 namespace ui::console {
 namespace {
 
-using textfile::TextOptions;
+using store::OutputOptions;
 
 // Which kinds a writer or a list takes.
 struct KindRow {
   std::string_view word;
-  bool TextOptions::*written;
+  bool OutputOptions::*written;
 };
 constexpr std::array kKinds{
-    KindRow{"waypoints", &TextOptions::waypoints}, KindRow{"routes", &TextOptions::routes},
-    KindRow{"proximity", &TextOptions::proximity}, KindRow{"tracks", &TextOptions::tracks},
-    KindRow{"events", &TextOptions::events},
+    KindRow{"waypoints", &OutputOptions::waypoints}, KindRow{"routes", &OutputOptions::routes},
+    KindRow{"proximity", &OutputOptions::proximity}, KindRow{"tracks", &OutputOptions::tracks},
+    KindRow{"events", &OutputOptions::events},
 };
 
-void choose_kinds(const std::vector<std::string>& kinds, TextOptions& options) {
+void choose_kinds(const std::vector<std::string>& kinds, OutputOptions& options) {
   if (kinds.empty() || std::ranges::find(kinds, "all") != kinds.end()) return;
   for (const KindRow& row : kKinds) options.*row.written = std::ranges::find(kinds, row.word) != kinds.end();
 }
@@ -152,7 +152,7 @@ bool ConsoleProgram::read_files(const std::vector<std::string>& files) {
 }
 
 bool ConsoleProgram::write_outputs(const Arguments& arguments) {
-  TextOptions options = session_.text_options();
+  OutputOptions options = session_.text_options();
   choose_kinds(arguments.kinds, options);
   bool all_written = true;
   for (const std::string& file : arguments.outputs) all_written = session_.files.save(file, options) && all_written;
@@ -207,11 +207,11 @@ int ConsoleProgram::list(const Arguments& arguments) {
                          : wrong_usage("list: there is no kind " + kind);
   }
   const bool all_read = read_files({arguments.words.begin() + 1, arguments.words.end()});
-  const TextOptions options = session_.text_options();
+  const OutputOptions options = session_.text_options();
   const store::ItemStore& items = session_.items;
   textfile::TextWriter writer(items, session_.shift, session_.front_end);
   const auto list_items = [&](std::string_view word, int count,
-                              const store::ItemRecord& (store::ItemStore::*item)(int) const) {
+                              store::ItemRecord (store::ItemStore::*item)(int) const) {
     for (int i = 1; (all || kind == word) && i <= count; ++i) print(writer.item_line((items.*item)(i), options));
   };
   list_items("waypoints", items.waypoint_count(), &store::ItemStore::waypoint);

@@ -125,6 +125,24 @@ bool ConsoleScreen::ask(std::string_view title, std::string_view question) {
   return answered && (answer == "y" || answer == "Y" || base::equal_ignoring_case(answer, "yes"));
 }
 
+// One question a line: Return takes what is proposed.
+bool ConsoleScreen::choose(std::string_view title, std::span<base::Choice> choices) {
+  if (mode_ == Mode::Trace) trace("choose", title);
+  if (!terminal_.has_terminal_output()) return true;
+  remove_bar();
+  terminal_.write(base::utf8_text(title) + "\n");
+  for (base::Choice& choice : choices) {
+    terminal_.write("  " + base::utf8_text(choice.label) + (choice.chosen ? " [Y/n] " : " [y/N] "));
+    std::string answer;
+    if (!terminal_.read_line(answer)) {
+      terminal_.write("\n");
+      return false;
+    }
+    if (!answer.empty()) choice.chosen = answer[0] == 'y' || answer[0] == 'Y';
+  }
+  return true;
+}
+
 bool ConsoleScreen::take_abort_request() {
   if (clock_.monotonic() < next_key_look_) return false;
   next_key_look_ = clock_.monotonic() + kKeyInterval;

@@ -29,6 +29,7 @@ class ConsoleScreen : public Screen {
   void paint_progress(int step, int steps) override;
   void show_box(std::string_view title, std::string_view text) override;
   bool ask(std::string_view title, std::string_view question) override;
+  bool choose(std::string_view title, std::span<base::Choice> choices) override;
   bool take_abort_request() override;
 
  private:
