@@ -1,15 +1,48 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
+#include <random>
+#include <sstream>
 
 #include "base/byte_cursor.h"
 #include "base/fixed_text.h"
 #include "base/safe_file.h"
 #include "base/text.h"
+#include "base/text_input.h"
 
 namespace base {
 namespace {
+
+TEST(TextInput, AStreamGivesTheLinesThatMemoryGivesAcrossItsBlocks) {
+  std::mt19937 random(3);
+  std::string text = "\xEF\xBB\xBF\r\n\n";
+  for (int i = 0; i < 20000; ++i) {
+    text.append(random() % 40, static_cast<char>('a' + i % 26));
+    text += std::array{"\n", "\r\n", "\r", "\n\n"}[random() % 4];
+  }
+  text.append(70000, 'L');  // longer than a block
+  std::istringstream stream(text);
+  TextInput from_stream(stream, text.size());
+  TextInput from_memory(text);
+  from_stream.skip_empty_lines();
+  from_memory.skip_empty_lines();
+  EXPECT_EQ(from_stream.taken(), 6u);
+  for (int i = 0; !from_memory.at_end(); ++i) {
+    ASSERT_FALSE(from_stream.at_end());
+    ASSERT_EQ(from_stream.next_begins_with('a'), from_memory.next_begins_with('a'));
+    const std::size_t longest = i % 3 == 0 ? 17 : TextInput::kLongestLine;
+    ASSERT_EQ(from_stream.next_line(longest), from_memory.next_line(longest));
+    ASSERT_EQ(from_stream.taken(), from_memory.taken());
+  }
+  EXPECT_TRUE(from_stream.at_end());
+  std::istringstream again(text);
+  TextInput whole(again, 0);
+  (void)whole.next_line();
+  EXPECT_EQ(whole.rest(), std::string_view(text).substr(5));
+  EXPECT_TRUE(whole.at_end());
+}
 
 TEST(ByteReader, AReadPastTheEndGivesZerosAndSpoilsTheWholeRecord) {
   const Bytes bytes{1, 2, 3};
