@@ -23,6 +23,8 @@ struct Word {
   Enum value;
   std::string_view word;
 };
+template <typename Enum>
+Word(Enum, std::string_view) -> Word<Enum>;
 
 // The words of settings that are written as one.
 template <typename Enum>
@@ -298,6 +300,8 @@ constexpr std::array kKeys{
     Key{"#Additional settings:", nullptr, nullptr},
     key<&Settings::PortName>("PortName"),
     Key{"TimeOffsetHours", set_time_offset, time_offset_text},
+    key<&Settings::EventColor>("EventColor"),
+    key<&Settings::IGCStandard>("IGCStandard"),
 };
 
 }  // namespace

@@ -215,6 +215,12 @@ int ItemStore::push_track() {
   return 0;
 }
 
+void ItemStore::replace_track_point(int index, const ItemRecord& point) {
+  ItemRecord item = point;
+  replace_bars(item);
+  contents_.track_points.replace(slot_of(index), item);
+}
+
 int ItemStore::push_event() {
   if (full(contents_.events.size(), kEventCapacity, "Too many Events (LEI Icons)")) return 1;
   CurrentItem.number = contents_.next_event_number++;

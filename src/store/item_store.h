@@ -67,6 +67,8 @@ class ItemStore {
   // point also goes into the waypoint store, and keeps its time as given.
   [[nodiscard]] int push_route(bool is_point);
   [[nodiscard]] int push_track();
+  // The record in the place of a track point, from 1 to track_point_count().
+  void replace_track_point(int index, const ItemRecord& point);
   [[nodiscard]] int push_event();
   [[nodiscard]] int push_proximity();
 

@@ -25,6 +25,10 @@ inline constexpr Properties kKeepsNumbers = 1U << 13;   // numbers of routes
 inline constexpr Properties kKeepsSegments = 1U << 14;  // where track segments begin
 inline constexpr Properties kKeepsLines = 1U << 15;     // colours and line styles of track logs
 
+// All that an event can have.
+inline constexpr Properties kKeepsOfEvents =
+    kKeepsItems | kKeepsNames | kKeepsComments | kKeepsSymbols | kKeepsDisplay | kKeepsTimes;
+
 struct Kept {
   Properties waypoints = 0;
   Properties routes = 0;  // of the headers and, for the other properties, of the points

@@ -69,6 +69,9 @@ struct PropertyRow {
   bool (*has)(const ItemRecord& item);
 };
 
+// Only one kind can have these, and their names say which.
+constexpr Properties kOfOneKind = kKeepsTitles | kKeepsSegments | kKeepsLinks | kKeepsNumbers | kKeepsLines;
+
 // In the order in which losses hurt.
 constexpr std::array kProperties{
     PropertyRow{kKeepsNames, "name", "names", [](const ItemRecord& i) { return is_point(i) && !i.ident.empty(); }},
@@ -133,7 +136,7 @@ void append_property_losses(std::vector<std::string>& sentences, const ItemStore
   for (std::size_t i = 0; i < kProperties.size(); ++i) {
     if (counts[i] == 0) continue;
     std::string what(kProperties[i].one);
-    if (name_the_kind) what += " for " + std::string(kind.what);
+    if (name_the_kind && (kProperties[i].property & kOfOneKind) == 0) what += " for " + std::string(kind.what);
     sentences.push_back(sentence(title, what, counts[i], kProperties[i].one, kProperties[i].many));
   }
 }

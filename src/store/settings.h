@@ -78,6 +78,7 @@ struct Settings {
   int SA_Route_LineWidth = 1, SA_Route_LineColor = 0, SA_Route_LineStyle = 0;
   int SA_TextSize = 0, SA_noname = 0, SA_timeonsa3 = 0, SA_nameonly = 0, SA_nonameonsa3trks = 0;
   int SA_TextColor = 2, SA_TextAlign = 2, SA_SA_IconSize = 0, SA_SA_IconColor = 0;
+  int EventColor = 0;  // in OziExplorer files: 1 red, 2 blue, 3 green, 4 yellow, others black
   int SA_Ozi_to_12 = 0, SA_Ozi_to_GIII = 1, SA_Ozi_to_LEI15 = 0, SA_Ozi_to_LEI28 = 1;
   int SA_SendLowrInactives = 0;
   int SA_nameonlytxt = 0;  // bit 1: no comment column, bit 2: no symbol column in written waypoint lines
@@ -87,9 +88,12 @@ struct Settings {
   int SA_LwrRangeLo = 1, SA_LwrRangeHi = 65535, SA_LwrStartPt = 1, SA_LwrRteStartPt = 1;
   std::string Pilot = "None", ContestID = "---", GliderType = "None", GliderID = "None", Site = "None", Class = "None";
   int IGCCompatibleFilename = 0;
+  int IGCStandard = 0;  // 1: IGC files in the form of the FAI
   std::array<int, 16> G12XL_II_Symbol_Mapping{18, 10, 8, 170, 7, 150, 0, 19, 177, 14, 178, 151, 179, 171, 156, 8196};
   std::string PortName;                   // a port by its text; when set it stands for COM
   std::optional<double> TimeOffsetHours;  // not set: the machine's offset or 0, see UseLocalTime
+  // How often the command option -a was given in this run, which is why they have no key.
+  int native_text_output = 0, output_switch = 0;
 
   static constexpr int kNoCommentColumn = 1;
   static constexpr int kNoSymbolColumn = 2;
