@@ -17,7 +17,7 @@ std::string LineTexts::cleaned(std::string_view text, std::string_view forbidden
   return result;
 }
 
-void LineTexts::report(base::FrontEnd& front_end) const {
+std::string LineTexts::summary() const {
   std::string text;
   if (changed_ > 0)
     text = base::format_text("%d texts hold characters that separate fields or lines: written with '-'", changed_);
@@ -25,7 +25,11 @@ void LineTexts::report(base::FrontEnd& front_end) const {
     if (!text.empty()) text += "; ";
     text += base::format_text("%d items without a position are not written", left_out_);
   }
-  if (!text.empty()) front_end.write_line(2, text);
+  return text;
+}
+
+void LineTexts::report(base::FrontEnd& front_end) const {
+  if (const std::string text = summary(); !text.empty()) front_end.write_line(2, text);
 }
 
 }  // namespace formats

@@ -14,7 +14,9 @@ class LineTexts {
   [[nodiscard]] std::string cleaned(std::string_view text, std::string_view forbidden = {});
   // A record without a position (not a number, or beyond 90 and 180 degrees) is left out of a file.
   void leave_out() { ++left_out_; }
-  // What was changed and left out, on output line 2; nothing when nothing was.
+  // What was changed and left out, in one line; empty when nothing was.
+  [[nodiscard]] std::string summary() const;
+  // The same on output line 2.
   void report(base::FrontEnd& front_end) const;
 
  private:

@@ -1,0 +1,151 @@
+#include "formats/ozi_file.h"
+
+#include <cmath>
+#include <limits>
+#include <optional>
+
+#include "formats/ozi_symbols.h"
+#include "formats/shifted_positions.h"
+
+namespace formats {
+namespace {
+
+constexpr std::string_view kInternalDatum = "WGS-84";
+
+// What a file is that has the extension of one of these and another first line.
+struct LookAlike {
+  std::string_view beginning;
+  std::string_view name;
+};
+constexpr std::array kLookAlikes{LookAlike{kOziWaypoints.banner, "an OziExplorer waypoint file"},
+                                 LookAlike{kOziRoutes.banner, "an OziExplorer route file"},
+                                 LookAlike{kOziTrack.banner, "an OziExplorer track file"},
+                                 LookAlike{kOziEvents.banner, "an OziExplorer event file"},
+                                 LookAlike{"G  WGS 84", "a CompeGPS file"},
+                                 LookAlike{"$PMGN", "a Magellan file"},
+                                 LookAlike{"H  SOFTWARE", "a PCX5 file"},
+                                 LookAlike{"<", "an XML file, as GPX files are"}};
+
+// Metres; 0 for none.
+float proximity_of(std::string_view field) {
+  constexpr double kFurthest = 2e7;  // half way round the earth
+  const std::optional<double> metres = base::parse_number(field);
+  return metres && *metres > 0 && *metres <= kFurthest ? static_cast<float>(*metres) : 0.0F;
+}
+
+std::int16_t display_mode_of(std::string_view garmin_display_format) {
+  if (garmin_display_format == "0") return 3;
+  return garmin_display_format == "1" ? 1 : 5;
+}
+
+}  // namespace
+
+// Seconds are rounded, since a file has no more than 5 decimals of a day in places. No time for what is none.
+store::GarminTime ozi_time(std::string_view field) {
+  const std::optional<double> days = base::parse_number(field);
+  if (!days) return {};
+  const double seconds = std::round((*days - kOziGarminEpoch) * 86400);
+  if (!(seconds > 0 && seconds <= std::numeric_limits<std::uint32_t>::max())) return {};
+  return {static_cast<std::uint32_t>(seconds)};
+}
+
+float ozi_altitude(std::string_view field, double metres_per_unit) {
+  constexpr double kUnknown = -777;
+  constexpr double kHighest = 1e6;  // metres; anything beyond is a mistake
+  const std::optional<double> altitude = base::parse_number(field);
+  if (!altitude || *altitude == kUnknown) return store::kNotKnown;
+  const double metres = *altitude * metres_per_unit;
+  return std::abs(metres) <= kHighest ? static_cast<float>(metres) : store::kNotKnown;
+}
+
+bool OziFile::refuse(const std::string& file_name, std::string_view line) {
+  std::string text = file_name + " is no OziExplorer " + std::string(kind_.name) + " file";
+  for (const LookAlike& known : kLookAlikes) {
+    if (!line.starts_with(known.beginning)) continue;
+    text += ": it looks like " + std::string(known.name);
+    break;
+  }
+  context_.front_end.message_box("do_input", text + ".");
+  return false;
+}
+
+bool OziFile::open(const std::string& file_name) {
+  input_.skip_empty_lines();
+  ++line_number_;
+  const std::string_view banner = input_.next_line();
+  if (banner.find(kind_.banner) == std::string_view::npos) return refuse(file_name, banner);
+  std::string_view datum;
+  while (datum.empty() && !input_.at_end()) {
+    ++line_number_;
+    datum = base::trim_blanks(input_.next_line());
+  }
+  set_datum(datum);
+  return true;
+}
+
+void OziFile::set_datum(std::string_view name) {
+  const geodesy::DatumEntry* const row = context_.datums.find_alike(name);
+  if (row == nullptr) context_.front_end.write_line(1, "Datum '" + std::string(name) + "' not found.  Using WGS-84.");
+  context_.shift.set_datum_shift(row == nullptr ? kInternalDatum : row->name, kInternalDatum);
+}
+
+bool OziFile::next() {
+  while (!input_.at_end() && progress_.go_on()) {
+    ++line_number_;
+    const std::string_view line = base::trim_blanks(input_.next_line());
+    if (line.empty()) continue;
+    if (header_lines_left_ > 0 && line.find(',') == std::string_view::npos) {
+      --header_lines_left_;
+      if (line.starts_with("Altitude is in Met")) metres_per_altitude_unit_ = 1;
+      continue;
+    }
+    header_lines_left_ = 0;
+    fields_.split(line);
+    if (fields_.size() >= kind_.fewest_fields) return true;
+    pass_over();
+  }
+  return false;
+}
+
+bool OziFile::set_position(store::ItemRecord& item, std::size_t index) {
+  const std::optional<double> latitude = base::parse_number(fields_[index]);
+  const std::optional<double> longitude = base::parse_number(fields_[index + 1]);
+  std::optional<geodesy::Position> position;
+  if (latitude && longitude) position = shifted_position(context_.shift, {*latitude, *longitude});
+  if (position) {
+    item.position = *position;
+  } else {
+    pass_over();
+  }
+  return position.has_value();
+}
+
+void OziFile::pass_over() {
+  if (bad_lines_++ == 0) first_bad_line_ = line_number_;
+}
+
+bool OziFile::set_waypoint(store::ItemRecord& item, std::size_t first) {
+  item = store::blank_item();
+  if (!set_position(item, first + 2)) return false;
+  set_text(item.ident, first + 1);
+  item.time = ozi_time(fields_[first + 4]);
+  set_ozi_symbol(item, base::parse_integer(fields_[first + 5]), context_.settings);
+  set_text(item.comment, first + 10);
+  item.display_mode = display_mode_of(fields_[first + 12]);
+  item.proximity_distance = proximity_of(fields_[first + 13]);
+  item.altitude = ozi_altitude(fields_[first + 14], kMetresPerFoot);
+  return true;
+}
+
+void OziFile::close() {
+  context_.store.start_item();
+  std::string text;
+  if (bad_lines_ > 0)
+    text = base::format_text("%d lines are no %s and were passed over, the first of them line %d", bad_lines_,
+                             std::string(kind_.items).c_str(), first_bad_line_);
+  if (cut_texts_ > 0)
+    text += (text.empty() ? "" : "; ") + std::to_string(cut_texts_) + " texts were too long and are cut";
+  if (!text.empty()) context_.front_end.write_line(2, text);
+}
+
+}  // namespace formats
