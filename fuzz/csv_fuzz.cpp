@@ -1,0 +1,5 @@
+#include "formats/csv.h"
+
+#include "fuzz/fuzz_reader.h"
+
+PELORIX_FUZZ_READER(formats::read_csv)

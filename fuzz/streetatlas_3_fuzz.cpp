@@ -1,0 +1,5 @@
+#include "streetatlas/map_reader.h"
+
+#include "fuzz/fuzz_reader.h"
+
+PELORIX_FUZZ_READER(streetatlas::read_street_atlas_3)
