@@ -18,8 +18,10 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
       surroundings(std::move(the_surroundings)),
       simulated_garmin{simulators::believable_weekend(), {}},
       items(settings, front_end),
+      command_options(settings, front_end),
       shift(datums, front_end),
-      files(file_formats(), store::FileContext{items, shift, datums, settings, front_end, clock, {}}),
+      files(file_formats(), store::FileContext{items, shift, datums, settings, front_end, clock,
+                                                 [this](std::string_view line) { command_options.do_command(line); }}),
       debug_log(front_end),
       port(
           devices ? std::move(devices)

@@ -22,6 +22,7 @@
 #include "serial/device_flags.h"
 #include "serial/port_list.h"
 #include "session/ports.h"
+#include "store/command_options.h"
 #include "store/config_file.h"
 #include "store/item_store.h"
 #include "store/settings.h"
@@ -69,6 +70,7 @@ class Session {
   SimulatedGarmin simulated_garmin;  // taken when its port is first opened
   serial::DeviceFlags flags;
   store::ItemStore items;
+  store::CommandOptions command_options;
   geodesy::DatumTable datums;
   geodesy::DatumShift shift;
   textfile::FileDispatch files;

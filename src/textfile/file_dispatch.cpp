@@ -34,8 +34,12 @@ std::optional<std::string> modification_date(const fs::path& path) {
   return store::format_date_text(unix_time.time_since_epoch().count() - store::kGarminEpochUnix);
 }
 
-std::string unreadable(const std::string& name, const FileFormat& format) {
-  return name + " is " + std::string(format.name) + ": this type of file cannot be read.";
+// "route.clg is a Navigate route file: this type of file cannot be read (its layout is not public)."
+std::string refusal(const fs::path& path, std::string_view verb, const FileFormat& format, std::string_view done) {
+  std::string text = path.string() + " " + std::string(verb) + " " + std::string(format.name) +
+                     ": this type of file cannot be " + std::string(done);
+  if (!format.why_not.empty()) text += " (" + std::string(format.why_not) + ")";
+  return text + ".";
 }
 
 // Losses stand from here on; above are the writer's own lines.
@@ -86,7 +90,7 @@ bool FileDispatch::do_input(const fs::path& path) {
   };
   const std::string name = path.string();
   const FileFormat* format = reader_of(path);
-  if (format != nullptr && format->read == nullptr) return refuse(unreadable(name, *format));
+  if (format != nullptr && format->read == nullptr) return refuse(refusal(path, "is", *format, "read"));
   std::ifstream file;
   std::uint64_t size = 0;
   if (format != nullptr) {
@@ -100,7 +104,7 @@ bool FileDispatch::do_input(const fs::path& path) {
     // Read once only: a pipe cannot be read again.
     format = format_of_contents(input);
     if (format == nullptr) return refuse("Unknown input file type: " + name);
-    if (format->read == nullptr) return refuse(unreadable(name, *format));
+    if (format->read == nullptr) return refuse(refusal(path, "is", *format, "read"));
     if (!announce(path)) return false;
   }
   const int accepted = format->read(context_, input, name);
@@ -139,10 +143,9 @@ const FileFormat* FileDispatch::writer_of(const fs::path& path) const {
 
 bool FileDispatch::save(const fs::path& path, const store::OutputOptions& given_options) {
   const FileFormat* const format = writer_of(path);
-  if (format == nullptr || format->write == nullptr) {
-    const std::string type(format == nullptr ? "a file of unknown type" : format->name);
-    context_.front_end.message_box("open_output",
-                                   path.string() + " would be " + type + ": this type of file cannot be written.");
+  if (format == nullptr) return false;  // there is always a row of native text
+  if (format->write == nullptr) {
+    context_.front_end.message_box("open_output", refusal(path, "would be", *format, "written"));
     return false;
   }
   if (has_extension(path, ".txt") && context_.store.empty()) {

@@ -34,18 +34,38 @@ constexpr FileFormat recognised(int code, std::string_view name, std::string_vie
           .recognises = recognises};
 }
 
+bool write_names(const store::FileContext& context, const store::OutputOptions& options, base::TextOutput& out) {
+  for (int i = 1; options.waypoints && i <= context.store.waypoint_count(); ++i) {
+    const store::ItemRecord waypoint = context.store.waypoint(i);
+    out += std::string(waypoint.ident.view()) + "\n";
+    if (waypoint.ident == "REFUSE") {
+      context.front_end.message_box("write_names", "No.");
+      return false;
+    }
+  }
+  return true;
+}
+
 // In the order in which first lines are tried.
 constexpr std::array kFormats{recognised(16, "an OziExplorer track file", ".PLT", contains<"OziExplorer Track">),
                               recognised(18, "an OziExplorer route file", ".RTE", contains<"OziExplorer Route">),
                               recognised(10, "a comma-separated waypoint file", ".FWP", recognises_comma_waypoints),
                               recognised(14, "a file of comma-separated values", ".CSV", nullptr),
                               FileFormat{.name = "an IGC track file", .output_extension = ".IGC"},
+                              // Holds the names of waypoints alone, and not more than one.
+                              FileFormat{.name = "a list of names",
+                                         .title = "A list",
+                                         .output_extension = ".LST",
+                                         .write = write_names,
+                                         .keeps = {.waypoints = store::kKeepsItems | store::kKeepsNames}},
                               FileFormat{.code = kNativeText,
                                          .name = "a text file",
+                                         .title = "Native text",
                                          .output_extension = ".TXT",
                                          .recognises = recognises_native_text,
                                          .read = read_native_text,
-                                         .write = write_native_text}};
+                                         .write = write_native_text,
+                                         .keeps_by_choice = native_text_keeps}};
 
 class Dispatch : public TextFileTest {
  protected:
@@ -165,6 +185,59 @@ TEST_F(Dispatch, ASaveThatFailsLeavesTheOldFileAndSaysWhatToDo) {
   EXPECT_THAT(front_end.lines[3], HasSubstr("choose another folder"));
   EXPECT_EQ(contents_of("two.txt"), kTwoWaypoints);
   EXPECT_FALSE(dispatch.save(folder, options));
+}
+
+TEST_F(Dispatch, ASaveSaysWhatItsFormatCannotHold) {
+  EXPECT_TRUE(dispatch.do_input(file("store.txt",
+                                     "Version 2\n"
+                                     "W  A               N54 19.5000 E010 08.7000 Sat Jun 01 12:00:00 2002 Fuel\n"
+                                     "W  B               N54 19.5000 E010 08.7000 Sun Dec 31 00:00:00 1989 Water\n"
+                                     "R  00 Out\n"
+                                     "W  C               N54 19.5000 E010 08.7000\n"
+                                     "E  00\n"
+                                     "N  New Track Log Start - River,Red,2\n"
+                                     "T  N54 19.5000 E010 08.7000 Sat Jun 01 12:00:00 2002 ;    12.00;      1e25;\n")));
+  EXPECT_TRUE(dispatch.save(folder / "out.lst", options));
+  EXPECT_EQ(front_end.lines[3], "A list keeps no routes: 1 route not written");
+  EXPECT_EQ(front_end.lines[4], "A list keeps no tracks: 1 track point not written");
+  EXPECT_EQ(front_end.lines[5], "A list keeps no time: 1 time not written");
+  EXPECT_EQ(front_end.lines[6], "A list keeps no comment: 2 comments not written");
+  EXPECT_EQ(front_end.lines.count(7), 0u);
+  // What the user does not want written is not lost, and what the format holds is not spoken of.
+  front_end.lines.clear();
+  options.tracks = options.routes = false;
+  EXPECT_TRUE(dispatch.save(folder / "out.lst", options));
+  EXPECT_EQ(front_end.lines[3], "A list keeps no time: 1 time not written");
+  options = {};
+  options.version = 1;
+  EXPECT_TRUE(dispatch.save(folder / "out.txt", options));
+  EXPECT_EQ(front_end.lines[3], "Native text keeps no track name: 1 track name not written");
+  EXPECT_EQ(front_end.lines[4], "Native text keeps no altitude for tracks: 1 altitude not written");
+}
+
+TEST_F(Dispatch, TheUserMayChooseTheKindsOrCancel) {
+  EXPECT_TRUE(dispatch.do_input(file("two.txt", kTwoWaypoints)));
+  settings.SelectItemsToSave = 1;
+  front_end.not_chosen = {"Waypoints"};
+  EXPECT_TRUE(dispatch.save(folder / "out.lst", options));
+  EXPECT_THAT(front_end.questions,
+              ElementsAre(Pair("Items to save", "Waypoints+Routes+Tracks+Proximity waypoints+Events+")));
+  EXPECT_EQ(contents_of("out.lst"), "");
+  options.kinds_given = true;
+  EXPECT_TRUE(dispatch.save(folder / "out.lst", options));
+  EXPECT_EQ(contents_of("out.lst"), base::with_line_ends("A\nb\n"));
+  options.kinds_given = false;
+  front_end.answer = false;
+  EXPECT_FALSE(dispatch.save(folder / "never.lst", options));
+  EXPECT_FALSE(std::filesystem::exists(folder / "never.lst"));
+}
+
+TEST_F(Dispatch, AWriterThatRefusesLeavesTheOldFileAndNoOther) {
+  EXPECT_TRUE(dispatch.do_input(file("bad.txt", "W  REFUSE          N54 19.5000 E010 08.7000\n")));
+  const std::filesystem::path old = file("old.lst", "old");
+  EXPECT_FALSE(dispatch.save(old, options));
+  EXPECT_EQ(contents_of("old.lst"), "old");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 2);
 }
 
 TEST_F(Dispatch, AnUnknownOutputDatumIsSaidAndTheFileNamesWgs84) {

@@ -24,6 +24,7 @@ struct FileFormat {
   std::string_view title = {};             // "OziExplorer .plt", of a type that is written
   std::string_view input_extension = {};   // that chooses this type whatever the file holds; empty: none
   std::string_view output_extension = {};  // that chooses the writer; empty: none
+  std::string_view why_not = {};           // "its layout is not public": of a type without reader or writer
   bool (*recognises)(std::string_view first_line) = nullptr;
   bool is_binary = false;  // saved as it is: no line ends of the system's
   bool is_bitmap = false;  // holds no items, so nothing is sorted or lost

@@ -179,15 +179,21 @@ class Files(InFolder):
         self.run_cli("convert", "utm.txt", "-o", "back.txt")
         self.assertIn("N47 15.123", read(self.path("back.txt")))
 
-    def test_what_has_no_reader_or_writer_yet_is_refused_and_nothing_is_written(self):
+    def test_what_has_no_reader_or_writer_is_refused_in_one_sentence_and_nothing_is_written(self):
         self.write("a.txt", self.TEXT)
-        self.write("a.plt", "OziExplorer Track Point File Version 2.1\n")
-        for arguments in [["convert", "a.txt", "-o", "x.kml.wpt"], ["convert", "a.plt", "-o", "x.txt"],
-                          ["convert", "none.txt", "-o", "x.txt"], ["info", "a.plt"]]:
+        self.write("a.clg", "OziExplorer Track Point File Version 2.1\n")
+        for arguments, sentence in [
+                (["convert", "a.txt", "-o", "x.SA5"], "open_output: x.SA5 would be a Street Atlas map of version 5: "
+                                                      "this type of file cannot be written (maps are only read).\n"),
+                (["convert", "a.clg", "-o", "x.txt"], "do_input: a.clg is a Navigate route file: this type of file "
+                                                      "cannot be read (its layout is not public).\n"),
+                (["info", "a.gpl"], "do_input: a.gpl is a Street Atlas exchange file: this type of file cannot be read.\n"),
+                (["convert", "none.txt", "-o", "x.txt"], "do_input: Unable to open file: none.txt\n")]:
             result = self.run_cli(*arguments)
             self.assertEqual(result.returncode, 1, arguments)
-            self.assertNotEqual(result.stderr, "")
-        self.assertEqual(sorted(os.listdir(self.folder)), ["a.plt", "a.txt"])
+            self.assertIn(sentence, result.stderr)
+            self.assertEqual(result.stderr.count(": this type of file"), sentence.count(": this type of file"))
+        self.assertEqual(sorted(os.listdir(self.folder)), ["a.clg", "a.txt"])
 
     def test_a_save_to_a_full_disk_or_a_lacking_folder_leaves_the_old_file(self):
         self.write("a.txt", self.TEXT)

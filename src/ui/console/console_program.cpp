@@ -21,10 +21,11 @@ struct KindRow {
 constexpr std::array kKinds{
     KindRow{"waypoints", &OutputOptions::waypoints}, KindRow{"routes", &OutputOptions::routes},
     KindRow{"proximity", &OutputOptions::proximity}, KindRow{"tracks", &OutputOptions::tracks},
-    KindRow{"events", &OutputOptions::events},
+    KindRow{"events", &OutputOptions::events},       KindRow{"almanac", &OutputOptions::almanac},
 };
 
 void choose_kinds(const std::vector<std::string>& kinds, OutputOptions& options) {
+  options.kinds_given = !kinds.empty();
   if (kinds.empty() || std::ranges::find(kinds, "all") != kinds.end()) return;
   for (const KindRow& row : kKinds) options.*row.written = std::ranges::find(kinds, row.word) != kinds.end();
 }
@@ -202,7 +203,7 @@ int ConsoleProgram::convert(const Arguments& arguments) {
 int ConsoleProgram::list(const Arguments& arguments) {
   const std::string& kind = arguments.words.front();
   const bool all = kind == "all";
-  if (!all && std::ranges::find(kKinds, kind, &KindRow::word) == kKinds.end()) {
+  if (!all && (kind == "almanac" || std::ranges::find(kKinds, kind, &KindRow::word) == kKinds.end())) {
     return is_kind(kind) ? fail("Native text has no lines for " + kind + ".")
                          : wrong_usage("list: there is no kind " + kind);
   }
