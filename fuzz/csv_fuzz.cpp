@@ -1,5 +1,4 @@
 #include "formats/csv.h"
-
 #include "fuzz/fuzz_reader.h"
 
 PELORIX_FUZZ_READER(formats::read_csv)

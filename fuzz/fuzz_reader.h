@@ -60,8 +60,12 @@ inline int run(Reader read, const std::uint8_t* data, std::size_t size) {
   geodesy::DatumShift shift(datums, front_end);
   store::ItemStore items(settings, front_end);
   store::CommandOptions options(settings, front_end);
-  const store::FileContext context{items,     shift, datums,
-                                   settings,  front_end, clock,
+  const store::FileContext context{items,
+                                   shift,
+                                   datums,
+                                   settings,
+                                   front_end,
+                                   clock,
                                    [&options](std::string_view line) { options.do_command(line); }};
   base::TextInput input(std::string_view(reinterpret_cast<const char*>(data), size));
   const int accepted = read(context, input, "fuzzed");
@@ -76,7 +80,7 @@ inline int run(Reader read, const std::uint8_t* data, std::size_t size) {
 }  // namespace fuzz
 
 // One target: the whole of its source file.
-#define PELORIX_FUZZ_READER(reader)                                                      \
-  extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {    \
-    return fuzz::run(reader, data, size);                                                \
+#define PELORIX_FUZZ_READER(reader)                                                   \
+  extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) { \
+    return fuzz::run(reader, data, size);                                             \
   }

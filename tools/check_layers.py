@@ -78,7 +78,7 @@ def faults_of(path):
 
 
 def main():
-    files = [path for top in ("src", "tests", "bench") for path in sorted((ROOT / top).rglob("*")) if path.is_file()]
+    files = [path for top in ("src", "tests", "bench", "fuzz") for path in sorted((ROOT / top).rglob("*")) if path.is_file()]
     sources = [path for path in files if path.suffix in (".h", ".cpp")]
     unknown = {path.parent for path in sources
                if path.is_relative_to(ROOT / "src")

@@ -21,7 +21,7 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
       command_options(settings, front_end),
       shift(datums, front_end),
       files(file_formats(), store::FileContext{items, shift, datums, settings, front_end, clock,
-                                                 [this](std::string_view line) { command_options.do_command(line); }}),
+                                               [this](std::string_view line) { command_options.do_command(line); }}),
       debug_log(front_end),
       port(
           devices ? std::move(devices)
