@@ -1,15 +1,9 @@
 #include "formats/almanac.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <string>
 
-#include "tests/support/recording_front_end.h"
-#include "tests/support/stepping_clock.h"
+#include "tests/support/format_fixture.h"
 
 namespace formats {
 namespace {
@@ -29,24 +23,15 @@ constexpr AlmanacEntry kPrn1{.week = 310,
                              .inclination = 0.9890667956F,
                              .health = 0};
 
-std::string sample(const std::string& name) {
-  std::ifstream file("tests/data/almanac/" + name, std::ios::binary);
-  EXPECT_TRUE(file) << name;
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string replaced(std::string text, std::string_view old_text, std::string_view new_text) {
   for (std::size_t at = 0; (at = text.find(old_text, at)) != std::string::npos; at += new_text.size())
     text.replace(at, old_text.size(), new_text);
   return text;
 }
 
-class AlmanacTest : public testing::Test {
+class AlmanacTest : public support::FormatTest {
  protected:
-  int read(std::string_view text) {
-    base::TextInput input(text);
-    return read_almanac(context, input, "some.alm");
-  }
+  int read(std::string_view text) { return read_with(read_almanac, text); }
   bool write() {
     written.clear();
     base::TextOutput out([this](std::string_view block) { written += block; });
@@ -59,20 +44,13 @@ class AlmanacTest : public testing::Test {
     items.set_almanac(almanac);
   }
 
-  store::Settings settings;
-  support::RecordingFrontEnd front_end;
-  support::SteppingClock clock;
-  geodesy::DatumTable datums;
-  geodesy::DatumShift shift{datums, front_end};
-  store::ItemStore items{settings, front_end};
-  store::FileContext context{items, shift, datums, settings, front_end, clock, {}};
-  store::OutputOptions options;
+  store::ItemStore& items = store;
   std::string written;
 };
 
 TEST_F(AlmanacTest, AYumaFileReplacesTheAlmanacHeld) {
   hold(5, kPrn1);
-  EXPECT_EQ(read(sample("yuma.alm")), 2);
+  EXPECT_EQ(read(sample("almanac/yuma.alm")), 2);
   EXPECT_EQ(items.almanac().count(), 2);
   EXPECT_EQ(satellite(1), kPrn1);
   ASSERT_TRUE(satellite(32));
@@ -83,7 +61,7 @@ TEST_F(AlmanacTest, AYumaFileReplacesTheAlmanacHeld) {
 }
 
 TEST_F(AlmanacTest, AnOlderYumaFileIsReadWithAnyLineEndsAndWithoutItsAsterisks) {
-  const std::string text = sample("yuma_older.alm");
+  const std::string text = sample("almanac/yuma_older.alm");
   for (const std::string& form : {text, replaced(text, "\n", "\r\n"), "\xEF\xBB\xBF\n" + text.substr(text.find("ID:")),
                                   replaced(text, "\n", "\n\n"), replaced(text, "ID:  ", "id:\t")}) {
     items.clear_almanac();
@@ -97,7 +75,7 @@ TEST_F(AlmanacTest, AnOlderYumaFileIsReadWithAnyLineEndsAndWithoutItsAsterisks) 
 }
 
 TEST_F(AlmanacTest, AnSemFileIsToldByItsNumberAndIsInSemicircles) {
-  EXPECT_EQ(read(sample("sem.alm")), 2);
+  EXPECT_EQ(read(sample("almanac/sem.alm")), 2);
   ASSERT_TRUE(satellite(1) && satellite(30));
   const AlmanacEntry& one = *satellite(1);
   EXPECT_EQ(one.week, 783);
@@ -119,7 +97,7 @@ TEST_F(AlmanacTest, ABadBlockIsPassedOverAndItsFaultNamed) {
   struct Case {
     std::string_view old_text, new_text, problem;
   };
-  const std::string good = sample("yuma.alm");
+  const std::string good = sample("almanac/yuma.alm");
   for (const Case& c : {
            Case{"ID:                         01\n", "", "ID"},
            Case{" 01\n", " 33\n", "ID"},
@@ -143,15 +121,15 @@ TEST_F(AlmanacTest, ABadBlockIsPassedOverAndItsFaultNamed) {
     EXPECT_EQ(read(text), 1);
     EXPECT_FALSE(satellite(1));
     EXPECT_EQ(front_end.lines[2],
-              "some.alm: 1 satellites were passed over; that of line 2 has no good '" + std::string(c.problem) + "'");
+              "a file: 1 satellites were passed over; that of line 2 has no good '" + std::string(c.problem) + "'");
   }
 }
 
 TEST_F(AlmanacTest, TwoSatellitesWhoseBlocksRunTogetherAreNotMixed) {
-  const std::string good = sample("yuma.alm");
+  const std::string good = sample("almanac/yuma.alm");
   const std::size_t week = good.find("week:");
   EXPECT_EQ(read(good.substr(0, week) + good.substr(good.find("Health: ", week))), 0);
-  EXPECT_EQ(front_end.lines[2], "some.alm: 1 satellites were passed over; that of line 2 has no good 'Health'");
+  EXPECT_EQ(front_end.lines[2], "a file: 1 satellites were passed over; that of line 2 has no good 'Health'");
 }
 
 TEST_F(AlmanacTest, WithoutAGoodBlockTheAlmanacStays) {
@@ -165,7 +143,7 @@ TEST_F(AlmanacTest, WithoutAGoodBlockTheAlmanacStays) {
 
 TEST_F(AlmanacTest, AFileCutAnywhereYieldsOnlyWholeSatellites) {
   for (const std::string name : {"yuma.alm", "yuma_older.alm", "sem.alm"}) {
-    const std::string text = sample(name);
+    const std::string text = sample("almanac/" + name);
     items.clear_almanac();
     ASSERT_GT(read(text), 0);
     const store::Almanac whole = items.almanac();

@@ -12,6 +12,7 @@
 #include "formats/csv.h"
 #include "formats/csv_columns.h"
 #include "formats/csv_fields.h"
+#include "formats/remarks.h"
 #include "formats/shifted_positions.h"
 #include "geodesy/position_parser.h"
 
@@ -69,8 +70,7 @@ class CsvReader {
   bool route_open_ = false;
   int line_ = 0;
   int accepted_ = 0;
-  int bad_rows_ = 0;
-  int first_bad_line_ = 0;
+  BadLines bad_rows_;
   int unknown_times_ = 0;
 };
 
@@ -87,7 +87,7 @@ int CsvReader::read() {
     if (record.find_first_not_of(" ,;\t\"") == std::string::npos) continue;  // a spreadsheet's empty row
     const bool good = read_record(record);
     if (layout_ == Layout::Unknown && !good) return -1;
-    if (!good && bad_rows_++ == 0) first_bad_line_ = line;
+    if (!good) bad_rows_.add(line);
   }
   context_.store.start_item();
   report();
@@ -305,14 +305,10 @@ std::string CsvReader::text_of(Fields pieces) const {
 }
 
 void CsvReader::report() const {
-  std::string text;
-  if (bad_rows_ > 0)
-    text = base::format_text("%d rows could not be read and were passed over, the first in line %d", bad_rows_,
-                             first_bad_line_);
-  if (unknown_times_ > 0)
-    text += base::format_text("%s%d times are of an unknown form and were left out", text.empty() ? "" : "; ",
-                              unknown_times_);
-  if (!text.empty()) context_.front_end.write_line(2, text);
+  Remarks remarks;
+  bad_rows_.remark(remarks, "rows could not be read");
+  remarks.add(unknown_times_, "times are of an unknown form and were left out");
+  remarks.say(context_.front_end);
 }
 
 }  // namespace

@@ -248,20 +248,6 @@ TEST_F(Csv, BadRowsAreCountedAndTheFirstIsNamed) {
   EXPECT_EQ(store.track_point_count(), 1);
 }
 
-TEST_F(Csv, ASampleCutAnywhereInventsNothing) {
-  for (const char* const name : {"csv/as_written.csv", "csv/semicolons.csv", "csv/foreign.csv"}) {
-    const std::string text = sample(name);
-    ASSERT_GT(read(text), 0);
-    const std::size_t whole = support::all_records(store).size();
-    for (std::size_t size = 0; size < text.size(); ++size) {
-      store.clear_all();
-      (void)read(std::string_view(text).substr(0, size));
-      ASSERT_LE(support::all_records(store).size(), whole) << name << " cut at " << size;
-    }
-    store.clear_all();
-  }
-}
-
 TEST_F(Csv, WaypointsOfOtherProgramsAreReadByTheNamesOfTheirColumns) {
   ASSERT_EQ(read(sample("csv/foreign.csv")), 4);
   const store::ItemRecord peak = store.waypoint(1);

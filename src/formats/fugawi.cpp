@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "formats/iso_time.h"
 #include "formats/line_texts.h"
+#include "formats/remarks.h"
 #include "formats/writable_items.h"
 #include "store/symbols.h"
 
@@ -104,7 +105,8 @@ void append_waypoint(std::string& row, const ItemRecord& item, LineTexts& texts)
 int read_fugawi(const store::FileContext& context, base::TextInput& input, const std::string&) {
   base::ReadingProgress progress(context.front_end, input);
   context.store.set_input_time_offset(0);
-  int accepted = 0, bad_lines = 0, first_bad_line = 0, unknown_dates = 0;
+  int accepted = 0, unknown_dates = 0;
+  BadLines bad_lines;
   for (int number = 1; !input.at_end() && progress.go_on(); ++number) {
     std::string_view line = input.next_line();
     if (number == 1 && line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
@@ -112,19 +114,15 @@ int read_fugawi(const store::FileContext& context, base::TextInput& input, const
     context.store.start_item();
     if (read_line(line, context.store.CurrentItem, unknown_dates)) {
       accepted += 1 - context.store.push_waypoint(0);
-    } else if (bad_lines++ == 0) {
-      first_bad_line = number;
+    } else {
+      bad_lines.add(number);
     }
   }
   context.store.start_item();
-  std::string text;
-  if (bad_lines > 0)
-    text = base::format_text("%d lines are no waypoints and were passed over, the first is line %d", bad_lines,
-                             first_bad_line);
-  if (unknown_dates > 0)
-    text += base::format_text("%s%d dates are of an unknown form and were left out", text.empty() ? "" : "; ",
-                              unknown_dates);
-  if (!text.empty()) context.front_end.write_line(2, text);
+  Remarks remarks;
+  bad_lines.remark(remarks, "lines are no waypoints");
+  remarks.add(unknown_dates, "dates are of an unknown form and were left out");
+  remarks.say(context.front_end);
   return accepted;
 }
 

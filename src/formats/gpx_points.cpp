@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "formats/iso_time.h"
+#include "formats/remarks.h"
 #include "formats/writable_items.h"
 #include "formats/xml_elements.h"
 
@@ -49,19 +50,14 @@ int line_of(std::ptrdiff_t offset, std::string_view contents, pugi::xml_encoding
 }
 
 void GpxRemarks::report(base::FrontEnd& front_end) const {
-  std::string text;
-  const auto add = [&text](int count, const std::string& what) {
-    if (count == 0) return;
-    if (!text.empty()) text += "; ";
-    text += std::to_string(count) + ' ' + what;
-  };
+  Remarks remarks;
   const std::string first_line = first_point_line == 0 ? "" : ", the first in line " + std::to_string(first_point_line);
-  add(points, "points have no valid position and were passed over" + first_line);
-  add(times, "times could not be read");
-  add(cut_texts, "texts are longer than records hold and were cut");
-  add(substitutes, "characters that receivers do not have were replaced");
-  add(symbols, "symbols are not known and became dots, the first '" + first_symbol + "'");
-  if (!text.empty()) front_end.write_line(2, text);
+  remarks.add(points, "points have no valid position and were passed over" + first_line);
+  remarks.add(times, "times could not be read");
+  remarks.add(cut_texts, "texts are longer than records hold and were cut");
+  remarks.add(substitutes, "characters that receivers do not have were replaced");
+  remarks.add(symbols, "symbols are not known and became dots, the first '" + first_symbol + "'");
+  remarks.say(front_end);
 }
 
 GpxPointReader::GpxPointReader(xml_node root, std::string_view contents, pugi::xml_encoding encoding)

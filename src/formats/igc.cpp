@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "formats/line_texts.h"
+#include "formats/remarks.h"
 #include "formats/shifted_positions.h"
 #include "formats/writable_items.h"
 
@@ -236,15 +237,12 @@ void IgcWriter::append_altitude(float metres) {
 }
 
 void IgcWriter::report() {
-  texts_.report(context_.front_end);
-  std::string text;
-  if (without_time_ > 0)
-    text = base::format_text("%d track points have no time: %s", without_time_,
-                             fai_form_ ? "they are not written" : "they are written as of 31 December 1989");
-  if (gaps_ > 0)
-    text += std::string(text.empty() ? "" : "; ") +
-            "the track is more than one flight, which other programs may date wrongly";
-  if (!text.empty()) context_.front_end.write_line(2, text);
+  Remarks remarks;
+  remarks.add(texts_.summary());
+  remarks.add(without_time_, std::string("track points have no time: ") +
+                                 (fai_form_ ? "they are not written" : "they are written as of 31 December 1989"));
+  if (gaps_ > 0) remarks.add("the track is more than one flight, which other programs may date wrongly");
+  remarks.say(context_.front_end);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/text.h"
+#include "formats/remarks.h"
 
 namespace formats {
 
@@ -18,14 +18,10 @@ std::string LineTexts::cleaned(std::string_view text, std::string_view forbidden
 }
 
 std::string LineTexts::summary() const {
-  std::string text;
-  if (changed_ > 0)
-    text = base::format_text("%d texts hold characters that separate fields or lines: written with '-'", changed_);
-  if (left_out_ > 0) {
-    if (!text.empty()) text += "; ";
-    text += base::format_text("%d items without a position are not written", left_out_);
-  }
-  return text;
+  Remarks remarks;
+  remarks.add(changed_, "texts hold characters that separate fields or lines: written with '-'");
+  remarks.add(left_out_, "items without a position are not written");
+  return remarks.text();
 }
 
 void LineTexts::report(base::FrontEnd& front_end) const {

@@ -120,9 +120,7 @@ bool OziFile::set_position(store::ItemRecord& item, std::size_t index) {
   return position.has_value();
 }
 
-void OziFile::pass_over() {
-  if (bad_lines_++ == 0) first_bad_line_ = line_number_;
-}
+void OziFile::pass_over() { bad_lines_.add(line_number_); }
 
 bool OziFile::set_waypoint(store::ItemRecord& item, std::size_t first) {
   item = store::blank_item();
@@ -139,13 +137,10 @@ bool OziFile::set_waypoint(store::ItemRecord& item, std::size_t first) {
 
 void OziFile::close() {
   context_.store.start_item();
-  std::string text;
-  if (bad_lines_ > 0)
-    text = base::format_text("%d lines are no %s and were passed over, the first of them line %d", bad_lines_,
-                             std::string(kind_.items).c_str(), first_bad_line_);
-  if (cut_texts_ > 0)
-    text += (text.empty() ? "" : "; ") + std::to_string(cut_texts_) + " texts were too long and are cut";
-  if (!text.empty()) context_.front_end.write_line(2, text);
+  Remarks remarks;
+  bad_lines_.remark(remarks, "lines are no " + std::string(kind_.items));
+  remarks.add(cut_texts_, "texts were too long and are cut");
+  remarks.say(context_.front_end);
 }
 
 }  // namespace formats

@@ -8,6 +8,7 @@
 #include "base/reading_progress.h"
 #include "base/text.h"
 #include "base/text_input.h"
+#include "formats/remarks.h"
 #include "store/file_context.h"
 
 namespace formats {
@@ -104,8 +105,7 @@ class OziFile {
   double metres_per_altitude_unit_ = kMetresPerFoot;
   int header_lines_left_ = 2;
   int line_number_ = 0;
-  int first_bad_line_ = 0;
-  int bad_lines_ = 0;
+  BadLines bad_lines_;
   int cut_texts_ = 0;
 };
 

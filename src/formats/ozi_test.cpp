@@ -1,17 +1,11 @@
 #include "formats/ozi.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <limits>
 
 #include "base/text.h"
 #include "store/symbols.h"
-#include "tests/support/recording_front_end.h"
-#include "tests/support/stepping_clock.h"
+#include "tests/support/format_fixture.h"
 
 namespace formats {
 namespace {
@@ -31,28 +25,12 @@ constexpr std::string_view kTrackHead =
     "OziExplorer Track Point File Version 2.0\nWGS 84\nAltitude is in Feet\nReserved 3\n";
 constexpr std::string_view kEventHead = "OziExplorer Event File Version 1.0\nWGS 84\nReserved 2\nReserved 3\n";
 
-std::string sample(const std::string& name) {
-  std::ifstream file("tests/data/ozi/" + name, std::ios::binary);
-  EXPECT_TRUE(file) << name;
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
 std::string joined(std::string_view head, std::string_view rest) { return std::string(head) + std::string(rest); }
 
-class Ozi : public testing::Test {
+class Ozi : public support::FormatTest {
  protected:
-  int read(Reader reader, std::string_view text) {
-    base::TextInput input(text);
-    return reader(context, input, "a.wpt");
-  }
-  std::string write(Writer writer) {
-    std::string text;
-    {
-      base::TextOutput out([&text](std::string_view block) { text += block; });
-      EXPECT_TRUE(writer(context, options, out));
-    }
-    return text;
-  }
+  int read(Reader reader, std::string_view text) { return read_with(reader, text); }
+  std::string write(Writer writer) { return write_with(writer); }
   ItemRecord& start(std::string_view ident, double latitude = 54.325, double longitude = 10.145) {
     store.start_item();
     store.CurrentItem.ident = ident;
@@ -77,15 +55,6 @@ class Ozi : public testing::Test {
     (contents.*items).replace(index, item);
     store.restore(contents);
   }
-
-  store::Settings settings;
-  support::RecordingFrontEnd front_end;
-  support::SteppingClock clock;
-  geodesy::DatumTable datums;
-  geodesy::DatumShift shift{datums, front_end};
-  store::ItemStore store{settings, front_end};
-  store::OutputOptions options;
-  store::FileContext context{store, shift, datums, settings, front_end, clock, {}};
 };
 
 TEST_F(Ozi, AnEmptyStoreGivesTheHeaderLines) {
@@ -206,8 +175,8 @@ TEST_F(Ozi, ACommaSurvivesAndWhatCannotIsSaid) {
 }
 
 TEST_F(Ozi, FieldsMayBeEmptyOrMissing) {
-  EXPECT_EQ(read(read_ozi_waypoints, "\xEF\xBB\xBF\r\n" + sample("garmin_v11.wpt")), 4);
-  EXPECT_EQ(front_end.lines[2], "1 lines are no waypoints and were passed over, the first of them line 10");
+  EXPECT_EQ(read(read_ozi_waypoints, "\xEF\xBB\xBF\r\n" + sample("ozi/garmin_v11.wpt")), 4);
+  EXPECT_EQ(front_end.lines[2], "1 lines are no waypoints and were passed over, the first in line 10");
   const ItemRecord slipway = store.waypoint(1);
   EXPECT_EQ(slipway.ident, "SLIPWAY");
   EXPECT_EQ(slipway.comment, "Launch here, low water");
@@ -232,7 +201,7 @@ TEST_F(Ozi, FieldsMayBeEmptyOrMissing) {
 }
 
 TEST_F(Ozi, RoutePointsGoToTheRouteOfTheirNumberAndEmptyRoutesAreNone) {
-  EXPECT_EQ(read(read_ozi_routes, sample("padded.rte")), 7);
+  EXPECT_EQ(read(read_ozi_routes, sample("ozi/padded.rte")), 7);
   const auto idents = [this](int number) {
     std::vector<std::string> result;
     for (const ItemRecord& point : store.route(number).points) result.emplace_back(point.ident.view());
@@ -253,7 +222,7 @@ TEST_F(Ozi, RoutePointsGoToTheRouteOfTheirNumberAndEmptyRoutesAreNone) {
 }
 
 TEST_F(Ozi, ATrackOfAnotherProgramIsOneLogWithItsDescriptionAsName) {
-  EXPECT_EQ(read(read_ozi_track, sample("logged_v21.plt")), 4);
+  EXPECT_EQ(read(read_ozi_track, sample("ozi/logged_v21.plt")), 4);
   const ItemRecord first = store.track_point(1);
   EXPECT_EQ(first.segment_flag, store::kStartsNamedTrack);
   EXPECT_EQ(first.ident, "Canal walk");
@@ -272,7 +241,7 @@ TEST_F(Ozi, ATrackOfAnotherProgramIsOneLogWithItsDescriptionAsName) {
 }
 
 TEST_F(Ozi, EventsHaveFourToEightFields) {
-  EXPECT_EQ(read(read_ozi_events, sample("symbols.evt")), 2);
+  EXPECT_EQ(read(read_ozi_events, sample("ozi/symbols.evt")), 2);
   EXPECT_EQ(store.event(1).symbol, 150);
   EXPECT_EQ(store.event(2).symbol, 17);
   EXPECT_EQ(store.event(2).latitude_hemisphere, 'S');
@@ -312,9 +281,8 @@ TEST_F(Ozi, BadLinesAndLongTextsAreCountedOnce) {
                                 std::string(51, 'X') + ",1,2,,,,,,," + std::string(41, 'Y') + "\n");
   EXPECT_EQ(read(read_ozi_waypoints, text), 1);
   EXPECT_EQ(front_end.line_writes.size(), 1U);
-  EXPECT_EQ(
-      front_end.lines[2],
-      "6 lines are no waypoints and were passed over, the first of them line 5; 2 texts were too long and are cut");
+  EXPECT_EQ(front_end.lines[2],
+            "6 lines are no waypoints and were passed over, the first in line 5; 2 texts were too long and are cut");
   EXPECT_EQ(store.waypoint(1).comment.size(), 40U);
 }
 
@@ -325,34 +293,18 @@ TEST_F(Ozi, FilesOfOtherKindsAreRefusedByName) {
     std::string text;
   };
   const std::vector<Case> cases{
-      {read_ozi_waypoints, "G  WGS 84\n", "a.wpt is no OziExplorer waypoint file: it looks like a CompeGPS file."},
-      {read_ozi_routes, "$PMGNRTE,1,1\n", "a.wpt is no OziExplorer route file: it looks like a Magellan file."},
-      {read_ozi_track, "H  SOFTWARE\n", "a.wpt is no OziExplorer track file: it looks like a PCX5 file."},
+      {read_ozi_waypoints, "G  WGS 84\n", "a file is no OziExplorer waypoint file: it looks like a CompeGPS file."},
+      {read_ozi_routes, "$PMGNRTE,1,1\n", "a file is no OziExplorer route file: it looks like a Magellan file."},
+      {read_ozi_track, "H  SOFTWARE\n", "a file is no OziExplorer track file: it looks like a PCX5 file."},
       {read_ozi_events, "OziExplorer Route File Version 1.0\n",
-       "a.wpt is no OziExplorer event file: it looks like an OziExplorer route file."},
-      {read_ozi_waypoints, "1,A,54,10\n", "a.wpt is no OziExplorer waypoint file."}};
+       "a file is no OziExplorer event file: it looks like an OziExplorer route file."},
+      {read_ozi_waypoints, "1,A,54,10\n", "a file is no OziExplorer waypoint file."}};
   for (const Case& c : cases) {
     EXPECT_EQ(read(c.reader, c.line), -1);
     EXPECT_EQ(front_end.boxes.back().second, c.text);
   }
   EXPECT_EQ(front_end.boxes.size(), cases.size());
   EXPECT_TRUE(store.empty());
-}
-
-TEST_F(Ozi, ACutFileGivesNoMoreThanTheWholeOne) {
-  struct Case {
-    Reader reader;
-    std::string name;
-    int most;
-  };
-  for (const Case& c : {Case{read_ozi_waypoints, "garmin_v11.wpt", 4}, Case{read_ozi_routes, "padded.rte", 7},
-                        Case{read_ozi_track, "logged_v21.plt", 4}, Case{read_ozi_events, "symbols.evt", 2}}) {
-    const std::string whole = sample(c.name);
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-      store.clear_all();
-      EXPECT_LE(read(c.reader, std::string_view(whole).substr(0, size)), c.most);
-    }
-  }
 }
 
 TEST_F(Ozi, EverySymbolOfTheGarminSetComesBackWithTheStartSettings) {

@@ -6,6 +6,7 @@
 #include "formats/ozi.h"
 #include "formats/ozi_file.h"
 #include "formats/ozi_symbols.h"
+#include "formats/remarks.h"
 #include "formats/writable_items.h"
 
 namespace formats {
@@ -158,14 +159,12 @@ int OziChanges::symbol(const ItemRecord& item) {
 bool OziChanges::writes(const ItemRecord& item) { return is_writable(item, texts_); }
 
 void OziChanges::report(base::FrontEnd& front_end) const {
-  std::string text = texts_.summary();
-  const auto add = [&text](int count, const char* format) {
-    if (count > 0) text += (text.empty() ? "" : "; ") + std::to_string(count) + format;
-  };
-  add(tildes_, " texts hold an N with tilde, which is OziExplorer's comma: written as N");
-  add(inexact_symbols_, " symbols have no OziExplorer number: written as a dot");
-  add(dropped_titles_, " track names are not written, the file has room for one");
-  if (!text.empty()) front_end.write_line(2, text);
+  Remarks remarks;
+  remarks.add(texts_.summary());
+  remarks.add(tildes_, "texts hold an N with tilde, which is OziExplorer's comma: written as N");
+  remarks.add(inexact_symbols_, "symbols have no OziExplorer number: written as a dot");
+  remarks.add(dropped_titles_, "track names are not written, the file has room for one");
+  remarks.say(front_end);
 }
 
 std::string format_ozi_waypoint_line(int number, const ItemRecord& item, OziChanges& changes) {

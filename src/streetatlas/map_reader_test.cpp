@@ -3,11 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <fstream>
-#include <iterator>
 
-#include "tests/support/recording_front_end.h"
-#include "tests/support/stepping_clock.h"
+#include "tests/support/format_fixture.h"
 #include "tests/support/street_atlas_builder.h"
 
 namespace streetatlas {
@@ -24,16 +21,10 @@ const MapPlace kAugusta = map_place(44.31, -69.78);
 // Latitude code 0: 256 degrees north.
 constexpr MapPlace kOffTheEarth{0, 0x80000000U};
 
-class MapReaderTest : public testing::Test {
+class MapReaderTest : public support::FormatTest {
  protected:
-  int read_3(const std::string& file) {
-    base::TextInput input(file);
-    return read_street_atlas_3(context, input, "a map.sa3");
-  }
-  int read_5(const std::string& file) {
-    base::TextInput input(file);
-    return read_street_atlas(context, input, "a map.sa5");
-  }
+  int read_3(const std::string& file) { return read_with(read_street_atlas_3, file); }
+  int read_5(const std::string& file) { return read_with(read_street_atlas, file); }
   int read_5(const StreetAtlasBuilder& map) { return read_5(map.file()); }
   int read_3(const StreetAtlasBuilder& map) { return read_3(map.file()); }
   // Every record's letter and ident, routes as "3<name>:point,point".
@@ -56,14 +47,6 @@ class MapReaderTest : public testing::Test {
     return all;
   }
   static std::string text(std::string_view view) { return std::string(view); }
-
-  store::Settings settings;
-  support::RecordingFrontEnd front_end;
-  support::SteppingClock clock;
-  geodesy::DatumTable datums;
-  geodesy::DatumShift shift{datums, front_end};
-  store::ItemStore store{settings, front_end};
-  store::FileContext context{store, shift, datums, settings, front_end, clock, {}};
 };
 
 TEST_F(MapReaderTest, CodesCountStepsBackFromTheMiddleAndLongitudesWestward) {
@@ -198,7 +181,7 @@ TEST_F(MapReaderTest, WhatIsNoMapIsRefused) {
   for (const std::string& file : {other_version, std::string(), map.substr(0, map.size() - 1)}) {
     front_end.lines.clear();
     EXPECT_EQ(read_5(file), -1);
-    EXPECT_EQ(front_end.lines[1], "File a map.sa5 is not a valid DeLorme .SA file");
+    EXPECT_EQ(front_end.lines[1], "File a file is not a valid DeLorme .SA file");
   }
   EXPECT_TRUE(store.empty());
 }
@@ -287,36 +270,6 @@ TEST_F(MapReaderTest, ARouteSectionThatIsNotUnderstoodIsPassedOverInSilence) {
   store.clear_all();
   EXPECT_EQ(read_3(map), 2) << "version 3 has no routes behind its items";
   EXPECT_TRUE(front_end.line_writes.empty());
-}
-
-std::string sample(const std::string& name) {
-  std::ifstream file("tests/data/streetatlas/" + name, std::ios::binary);
-  EXPECT_TRUE(file) << name;
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-TEST_F(MapReaderTest, ASampleCutAnywhereGivesNothingThatTheWholeDoesNotHave) {
-  for (const std::string& file : {sample("version3.sa3"), sample("version5.sa5")}) {
-    store.clear_all();
-    ASSERT_GT(read_5(file), 10);
-    EXPECT_EQ(store.event_count(), 1);
-    EXPECT_EQ(store.proximity_count(), 1);
-    EXPECT_EQ(store.track_count(), 2);
-    const store::ItemStore::Contents whole = store.contents();
-    for (std::size_t size = 0; size < file.size(); ++size) {
-      store.clear_all();
-      (void)read_5(file.substr(0, size));
-      ASSERT_LE(store.waypoint_count(), static_cast<int>(whole.waypoints.size()));
-      for (int i = 1; i <= store.waypoint_count(); ++i) {
-        const store::ItemRecord expected = whole.waypoints[static_cast<std::size_t>(i) - 1];
-        EXPECT_EQ(text(store.waypoint(i).ident), text(expected.ident)) << "cut to " << size;
-        EXPECT_EQ(store.waypoint(i).position, expected.position);
-      }
-      ASSERT_LE(store.track_point_count(), static_cast<int>(whole.track_points.size()));
-      for (int i = 1; i <= store.track_point_count(); ++i)
-        EXPECT_EQ(store.track_point(i).position, whole.track_points[static_cast<std::size_t>(i) - 1].position);
-    }
-  }
 }
 
 }  // namespace

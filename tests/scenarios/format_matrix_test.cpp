@@ -8,12 +8,12 @@
 #include <map>
 
 #include "session/file_formats.h"
-#include "tests/support/recording_front_end.h"
-#include "tests/support/stepping_clock.h"
+#include "tests/support/format_fixture.h"
 
 namespace {
 
 using store::ItemRecord;
+using support::FileWorld;
 using textfile::FileFormat;
 
 struct PropertyRow {
@@ -173,16 +173,6 @@ class FormatMatrix : public testing::Test {
     return {header, item, second};
   }
 
-  struct World {
-    support::RecordingFrontEnd front_end;
-    support::SteppingClock clock;
-    store::Settings settings;
-    geodesy::DatumTable datums;
-    geodesy::DatumShift shift{datums, front_end};
-    store::ItemStore items{settings, front_end};
-    store::FileContext context{items, shift, datums, settings, front_end, clock, {}};
-  };
-
   static void push(store::ItemStore& items, const ItemRecord& item) {
     if (item.kind == 'R') {
       items.start_route(item.route_number, "07", item.comment);
@@ -205,11 +195,11 @@ class FormatMatrix : public testing::Test {
   }
   // The file of these records alone: points of a route are waypoints too, which is not asked here.
   static std::string written(const Column& column, char letter, const std::vector<ItemRecord>& records) {
-    World world;
+    FileWorld world;
     store::OutputOptions options;
     options.waypoints = letter == 'W';
     column.choose(world.settings, options);
-    for (const ItemRecord& record : records) push(world.items, record);
+    for (const ItemRecord& record : records) push(world.store, record);
     std::string text;
     base::TextOutput out([&](std::string_view block) { text += block; });
     (void)format_of(column).write(world.context, options, out);
@@ -234,10 +224,10 @@ class FormatMatrix : public testing::Test {
     return {list.begin(), list.end()};
   }
   static std::vector<ItemRecord> read_back(const Column& column, const std::string& text, char letter) {
-    World world;
+    FileWorld world;
     base::TextInput input(text);
     (void)format_of(column).read(world.context, input, "matrix");
-    return records_of(world.items, letter);
+    return records_of(world.store, letter);
   }
   static const FileFormat& format_of(const Column& column) {
     for (const FileFormat& format : session::file_formats())
@@ -304,11 +294,11 @@ TEST_F(FormatMatrix, TheAlmanacIsInItsOwnFilesAlone) {
   almanac.satellites[6] = store::AlmanacEntry{
       567, 319488.0F, 0.1335144043e-4F, 0.0F, 0.52213669e-2F, 5153.6F, -0.2F, -1.8F, 0.9F, -0.79e-8F, 0.96F, 0};
   for (const Column& column : kColumns) {
-    World with, without;
-    with.items.set_almanac(almanac);
+    FileWorld with, without;
+    with.store.set_almanac(almanac);
     store::OutputOptions options;
     column.choose(with.settings, options);
-    const auto written_from = [&](World& world) {
+    const auto written_from = [&](FileWorld& world) {
       std::string text;
       base::TextOutput out([&](std::string_view block) { text += block; });
       (void)format_of(column).write(world.context, options, out);
@@ -321,7 +311,7 @@ TEST_F(FormatMatrix, TheAlmanacIsInItsOwnFilesAlone) {
     if (!says_kept) continue;
     base::TextInput input(text);
     EXPECT_EQ(format_of(column).read(without.context, input, "matrix"), 1);
-    EXPECT_EQ(without.items.almanac().satellites, almanac.satellites);
+    EXPECT_EQ(without.store.almanac().satellites, almanac.satellites);
   }
 }
 

@@ -1,4 +1,4 @@
-// What the tests of a file format share: a store with all that readers and writers work with about it.
+// What the tests of file formats share: a store with all that readers and writers work with about it.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -18,7 +18,18 @@
 
 namespace support {
 
-class FormatTest : public testing::Test {
+struct FileWorld {
+  store::Settings settings;
+  RecordingFrontEnd front_end;
+  SteppingClock clock;
+  geodesy::DatumTable datums;
+  geodesy::DatumShift shift{datums, front_end};
+  store::ItemStore store{settings, front_end};
+  store::FileContext context{store, shift, datums, settings, front_end, clock, {}};
+  store::OutputOptions options;
+};
+
+class FormatTest : public testing::Test, public FileWorld {
  protected:
   using Reader = int (*)(const store::FileContext&, base::TextInput&, const std::string&);
   using Writer = bool (*)(const store::FileContext&, const store::OutputOptions&, base::TextOutput&);
@@ -63,15 +74,6 @@ class FormatTest : public testing::Test {
     EXPECT_TRUE(file) << name;
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   }
-
-  store::Settings settings;
-  RecordingFrontEnd front_end;
-  SteppingClock clock;
-  geodesy::DatumTable datums;
-  geodesy::DatumShift shift{datums, front_end};
-  store::ItemStore store{settings, front_end};
-  store::FileContext context{store, shift, datums, settings, front_end, clock, {}};
-  store::OutputOptions options;
 };
 
 }  // namespace support
