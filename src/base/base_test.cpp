@@ -140,6 +140,32 @@ TEST_F(SaveFile, ALinkStaysALink) {
   EXPECT_EQ(save_file(folder / "link.txt", "new"), "");
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.txt"));
   EXPECT_EQ(contents_of(folder / "real.txt"), "new");
+  std::filesystem::create_symlink("later.txt", folder / "dangling.txt");
+  EXPECT_EQ(save_file(folder / "dangling.txt", "new"), "");
+  EXPECT_EQ(contents_of(folder / "later.txt"), "new");
+  std::filesystem::create_symlink("circle.txt", folder / "circle.txt");
+  EXPECT_EQ(save_file(folder / "circle.txt", "new"), "its links lead in a circle");
+}
+
+TEST_F(SaveFile, AnUnfinishedSaveOfSomebodyElseIsNotTouched) {
+  SafeFile theirs, ours;
+  ASSERT_EQ(theirs.open(folder / "a.txt"), "");
+  theirs.write("theirs");
+  ASSERT_EQ(ours.open(folder / "a.txt"), "");
+  ours.write("ours");
+  EXPECT_EQ(theirs.commit(), "");
+  EXPECT_EQ(contents_of(folder / "a.txt"), "theirs");
+  EXPECT_EQ(ours.commit(), "");
+  EXPECT_EQ(contents_of(folder / "a.txt"), "ours");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
+}
+
+TEST(TextInput, AReadErrorIsNoEnd) {
+  std::ifstream memory("/proc/self/mem", std::ios::binary);  // nothing is mapped at its start
+  if (!memory) GTEST_SKIP() << "this system has no file that cannot be read";
+  TextInput input(memory, 0);
+  EXPECT_TRUE(input.at_end());
+  EXPECT_TRUE(input.failed());
 }
 
 TEST_F(SaveFile, AFullDiskIsToldAndALackingFolderToo) {

@@ -10,7 +10,7 @@ namespace base {
 
 class ReadingProgress {
  public:
-  ReadingProgress(FrontEnd& front_end, const TextInput& input) : front_end_(front_end), input_(input) {
+  ReadingProgress(FrontEnd& front_end, TextInput& input) : front_end_(front_end), input_(input) {
     if (shown()) front_end_.set_progress_range(kSteps);
   }
   ~ReadingProgress() {
@@ -24,6 +24,7 @@ class ReadingProgress {
     if (++calls_ % kCallsBetweenPolls != 0) return true;
     if (front_end_.EscPressed()) {
       front_end_.write_line(2, "Operation Aborted");
+      input_.abort();
       return false;
     }
     if (!shown()) return true;
@@ -39,7 +40,7 @@ class ReadingProgress {
   [[nodiscard]] bool shown() const { return input_.size() > kLargeText; }
 
   FrontEnd& front_end_;
-  const TextInput& input_;
+  TextInput& input_;
   int calls_ = 0;
   int step_ = 0;
 };

@@ -3,10 +3,11 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <iostream>
 #include <memory>
 #include <system_error>
 
-#include "base/disk_flush.h"
+#include "base/system_file.h"
 
 namespace base {
 namespace {
@@ -33,60 +34,88 @@ std::string with_line_ends(std::string_view text) {
   return result;
 }
 
-void SafeFile::note_failure(int error) {
-  if (reason_.empty()) reason_ = system_reason(error);
+void SafeFile::note_failure(const std::string& reason) {
+  if (reason_.empty()) reason_ = reason;
+}
+
+// A link stays a link: what it points to is replaced, or comes to be. Empty where links lead in a circle.
+fs::path SafeFile::end_of_links(fs::path path) {
+  constexpr int kMostLinks = 40;
+  std::error_code error;
+  for (int i = 0; i < kMostLinks; ++i) {
+    // Standard output under one of its names: whatever it has been redirected to, it is written to, not replaced.
+    if (path == "/proc/self/fd/1" || !fs::is_symlink(path, error)) return path;
+    const fs::path next = fs::read_symlink(path, error);
+    if (error) return path;
+    path = next.is_absolute() ? next : path.parent_path() / next;
+  }
+  return {};
 }
 
 std::string SafeFile::open(const fs::path& path) {
   std::error_code error;
-  // A link stays a link: what it points to is replaced.
-  target_ = fs::weakly_canonical(path, error);
-  if (error || target_.empty()) target_ = path;
+  target_ = end_of_links(path);
+  if (target_.empty()) return reason_ = "its links lead in a circle";
+  if (target_ == "/proc/self/fd/1") {
+    out_ = &std::cout;
+    return {};
+  }
+  out_ = &file_;
   const fs::file_status status = fs::status(target_, error);
   if (fs::is_directory(status)) return reason_ = "it is a folder";
-  const bool is_special = fs::exists(status) && !fs::is_regular_file(status);
+  errno = 0;
+  if (fs::exists(status) && !fs::is_regular_file(status)) {
+    file_.open(target_, std::ios::binary | std::ios::app);
+    return file_ ? std::string() : reason_ = system_reason(errno);
+  }
   // A file that may not be written stays, though its folder would let it be replaced.
-  if (fs::exists(status) && !is_special) {
-    errno = 0;
+  if (fs::exists(status)) {
     const std::ofstream probe(target_, std::ios::binary | std::ios::app);
     if (!probe) return reason_ = system_reason(errno);
   }
-  if (!is_special) {
-    temporary_ = target_;
-    temporary_ += ".new~";
-  }
+  if (!create_temporary()) return reason_;
   errno = 0;
-  file_.open(is_special ? target_ : temporary_, std::ios::binary | std::ios::trunc);
-  if (!file_) {
-    temporary_.clear();
-    return reason_ = system_reason(errno);
+  file_.open(temporary_, std::ios::binary | std::ios::trunc);
+  if (!file_) note_failure(system_reason(errno));
+  if (fs::exists(status)) fs::permissions(temporary_, status.permissions(), error);
+  return reason_;
+}
+
+// Under a name of its own, so that nothing that is there is overwritten, and two saves do not meet.
+bool SafeFile::create_temporary() {
+  constexpr int kMostNames = 1000;
+  for (int i = 0; i < kMostNames; ++i) {
+    fs::path path = target_.parent_path() / (".pelorix-" + std::to_string(i) + ".new~");
+    if (create_new_file(path, reason_)) {
+      temporary_ = std::move(path);
+      return true;
+    }
+    if (!reason_.empty()) return false;
   }
-  if (fs::exists(status) && !is_special) fs::permissions(temporary_, status.permissions(), error);
-  return {};
+  reason_ = "there are a thousand unfinished saves in its folder";
+  return false;
 }
 
 void SafeFile::write(std::string_view bytes) {
   if (!reason_.empty()) return;
   errno = 0;
-  if (!file_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()))) note_failure(errno);
+  if (!out_->write(bytes.data(), static_cast<std::streamsize>(bytes.size()))) note_failure(system_reason(errno));
 }
 
 // A short write shows only at the flush or the close when the disk is full.
 std::string SafeFile::commit() {
   errno = 0;
-  if (reason_.empty() && !file_.flush()) note_failure(errno);
-  if (reason_.empty() && !temporary_.empty()) flush_to_disk(temporary_);
-  file_.close();
-  if (!file_) note_failure(errno);
-  if (reason_.empty() && !temporary_.empty()) {
-    std::error_code error;
-    fs::rename(temporary_, target_, error);
-    if (error) {
-      reason_ = error.message();
-    } else {
-      temporary_.clear();
-    }
+  if (reason_.empty() && !out_->flush()) note_failure(system_reason(errno));
+  if (out_ == &file_) {
+    file_.close();
+    if (!file_) note_failure(system_reason(errno));
   }
+  if (!reason_.empty() || temporary_.empty()) return reason_;
+  note_failure(flush_to_disk(temporary_));
+  std::error_code error;
+  if (reason_.empty()) fs::rename(temporary_, target_, error);
+  if (error) note_failure(error.message());
+  if (reason_.empty()) temporary_.clear();
   return reason_;
 }
 

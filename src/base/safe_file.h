@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -19,7 +20,7 @@ inline constexpr std::string_view kLineEnd = "\n";
 [[nodiscard]] std::string with_line_ends(std::string_view text);
 
 // A file being saved: what is written goes to the temporary file. Something that is no plain file (a terminal,
-// a pipe) is written to directly.
+// a pipe, standard output under its name in /dev) is written to directly.
 class SafeFile {
  public:
   SafeFile() = default;
@@ -34,11 +35,14 @@ class SafeFile {
   [[nodiscard]] std::string commit();
 
  private:
-  void note_failure(int error);
+  static std::filesystem::path end_of_links(std::filesystem::path path);
+  bool create_temporary();
+  void note_failure(const std::string& reason);
 
   std::filesystem::path target_;
   std::filesystem::path temporary_;  // empty: the target is written to directly
   std::ofstream file_;
+  std::ostream* out_ = nullptr;  // file_ or standard output
   std::string reason_;
 };
 

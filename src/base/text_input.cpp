@@ -15,7 +15,9 @@ void TextInput::read_block() {
   buffer_.resize(held + kBlock);
   stream_->read(buffer_.data() + held, static_cast<std::streamsize>(kBlock));
   buffer_.resize(held + static_cast<std::size_t>(stream_->gcount()));
-  if (!*stream_) stream_ = nullptr;
+  if (*stream_) return;
+  failed_ = stream_->bad();
+  stream_ = nullptr;
 }
 
 bool TextInput::read_until(std::size_t size) {
@@ -58,9 +60,15 @@ std::string_view TextInput::rest() {
   return all;
 }
 
-void TextInput::skip_empty_lines() {
+int TextInput::skip_empty_lines() {
   if (taken_ == 0 && peek(kByteOrderMark.size()) == kByteOrderMark) take(kByteOrderMark.size());
-  while (next_begins_with('\n') || next_begins_with('\r')) take(1);
+  int lines = 0;
+  for (;; ++lines) {
+    const std::string_view ahead = peek(kLongestLine);
+    const std::size_t end = ahead.find_first_not_of(" \t");
+    if (end == std::string_view::npos || (ahead[end] != '\n' && ahead[end] != '\r')) return lines;
+    (void)next_line();
+  }
 }
 
 }  // namespace base

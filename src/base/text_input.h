@@ -29,8 +29,15 @@ class TextInput {
   [[nodiscard]] bool next_begins_with(char c) { return fill(1) && window_.front() == c; }
   // All that has not been taken, which is taken now. Valid as long as the input.
   std::string_view rest();
-  // Takes empty lines, and a UTF-8 byte order mark where the text begins with one.
-  void skip_empty_lines();
+  // Takes empty lines and lines of blanks, and a UTF-8 byte order mark where the text begins with one. The number of
+  // lines taken.
+  int skip_empty_lines();
+
+  // The system failed to read on, which otherwise looks like the end.
+  [[nodiscard]] bool failed() const { return failed_; }
+  // Somebody has asked to stop the reading, so that what was read may not be all.
+  void abort() { aborted_ = true; }
+  [[nodiscard]] bool aborted() const { return aborted_; }
 
   [[nodiscard]] std::uint64_t size() const { return size_; }    // bytes; 0 when not known
   [[nodiscard]] std::uint64_t taken() const { return taken_; }  // bytes
@@ -45,6 +52,8 @@ class TextInput {
   std::istream* stream_ = nullptr;  // none, or not any longer: all there is stands in the window
   std::uint64_t size_ = 0;
   std::uint64_t taken_ = 0;
+  bool failed_ = false;
+  bool aborted_ = false;
   std::string buffer_;       // of a stream
   std::string_view window_;  // what has been read and not taken
 };

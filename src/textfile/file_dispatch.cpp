@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -107,9 +108,17 @@ bool FileDispatch::do_input(const fs::path& path) {
     if (format->read == nullptr) return refuse(refusal(path, "is", *format, "read"));
     if (!announce(path)) return false;
   }
-  const int accepted = format->read(context_, input, name);
+  int accepted = 0;
+  try {
+    accepted = format->read(context_, input, name);
+  } catch (const std::bad_alloc&) {
+    context_.front_end.message_box("oomem", "Out of Memory in do_input -- aborting.");
+    return false;
+  }
   if (context_.settings.SA_SortAfterInput != 0) sort_waypoints();
   context_.front_end.refresh_title();
+  if (input.failed()) return refuse("Error reading file " + name);
+  if (input.aborted()) return false;
   // A reader that refuses the file as a whole has said why.
   return accepted > 0 || (accepted == 0 && refuse("No Valid input records in file: '" + name + "'"));
 }

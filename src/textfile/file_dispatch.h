@@ -23,7 +23,8 @@ class FileDispatch {
   // The code of the row that reads the file; kUnknownType, or kCannotOpen where the first line is needed.
   [[nodiscard]] int input_type(const std::filesystem::path& path) const;
 
-  // Reads one file into the store. False, after one message box, when nothing was read from it.
+  // Reads one file into the store. False when it was not read to its end: after one message box, or when the user has
+  // stopped it; what was read by then stays.
   bool do_input(const std::filesystem::path& path);
 
   // Opens a file, tells its size in bytes and announces it on output line 1; false after a message box.

@@ -195,6 +195,29 @@ class Files(InFolder):
             self.assertEqual(result.stderr.count(": this type of file"), sentence.count(": this type of file"))
         self.assertEqual(sorted(os.listdir(self.folder)), ["a.clg", "a.txt"])
 
+    def test_standard_output_under_its_name_is_written_to_and_not_replaced(self):
+        self.write("a.txt", self.TEXT)
+        os.symlink("/proc/self/fd/1", self.path("out"))
+        done = subprocess.run(["bash", "-c", f"(echo HEAD; '{CLI}' --quiet convert a.txt -o out; echo TAIL) > all.txt"],
+                              cwd=self.folder, capture_output=True, text=True, timeout=LIMIT)
+        self.assertEqual(done.returncode, 0)
+        lines = read(self.path("all.txt")).splitlines()
+        self.assertEqual([lines[0], lines[1], lines[-1]], ["HEAD", "Version 2", "TAIL"])
+        self.assertTrue(os.path.islink(self.path("out")))
+
+    def test_a_reading_that_is_stopped_replaces_no_file(self):
+        line = "W  %05d           N47 15.1230 E011 23.4560 Sat Jun 02 08:30:00 2001 %s"
+        self.write("a.txt", "\n".join(line % (i, "x" * 40) for i in range(100000)))
+        before = os.path.getsize(self.path("a.txt"))
+        process = subprocess.Popen([CLI, "convert", "a.txt", "-o", "a.txt"], cwd=self.folder, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.PIPE, text=True)
+        process.stderr.readline()  # it reads
+        process.send_signal(signal.SIGINT)
+        said = process.communicate(timeout=LIMIT)[1]
+        self.assertEqual(process.returncode, 1, said)
+        self.assertIn("Operation Aborted\nNothing was written.\n", said)
+        self.assertEqual(os.path.getsize(self.path("a.txt")), before)
+
     def test_a_save_to_a_full_disk_or_a_lacking_folder_leaves_the_old_file(self):
         self.write("a.txt", self.TEXT)
         self.write("old.txt", "precious")
