@@ -27,7 +27,7 @@ inline constexpr Properties kKeepsLines = 1U << 15;     // colours and line styl
 
 // All that an event can have.
 inline constexpr Properties kKeepsOfEvents =
-    kKeepsItems | kKeepsNames | kKeepsComments | kKeepsSymbols | kKeepsDisplay | kKeepsTimes;
+    kKeepsItems | kKeepsNames | kKeepsComments | kKeepsSymbols | kKeepsDisplay | kKeepsColours | kKeepsTimes;
 
 struct Kept {
   Properties waypoints = 0;

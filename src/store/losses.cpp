@@ -9,6 +9,8 @@
 namespace store {
 namespace {
 
+constexpr std::size_t kLongestSentence = 250;  // an output line has 255 characters
+
 using Walk = std::function<void(const ItemRecord&)>;
 
 // A kind of items: which choice and which properties are its, and every record of it that is in use.
@@ -69,9 +71,6 @@ struct PropertyRow {
   bool (*has)(const ItemRecord& item);
 };
 
-// Only one kind can have these, and their names say which.
-constexpr Properties kOfOneKind = kKeepsTitles | kKeepsSegments | kKeepsLinks | kKeepsNumbers | kKeepsLines;
-
 // In the order in which losses hurt.
 constexpr std::array kProperties{
     PropertyRow{kKeepsNames, "name", "names", [](const ItemRecord& i) { return is_point(i) && !i.ident.empty(); }},
@@ -111,10 +110,28 @@ std::string with_commas(int count) {
   return digits;
 }
 
+// What is lost of one kind of items, as "altitude, depth" and "1,204 altitudes, 12 depths".
+struct Lost {
+  std::string what, counts;
+
+  void add(std::string_view property, int count, std::string_view one, std::string_view many) {
+    if (!what.empty()) {
+      what += ", ";
+      counts += ", ";
+    }
+    what += property;
+    counts += with_commas(count) + ' ' + std::string(count == 1 ? one : many);
+  }
+  [[nodiscard]] std::string sentence(std::string_view title, const std::string& of) const {
+    return std::string(title) + " keeps no " + what + of + ": " + counts + " not written";
+  }
+};
+
 std::string sentence(std::string_view title, std::string_view what, int count, std::string_view one,
                      std::string_view many) {
-  return std::string(title) + " keeps no " + std::string(what) + ": " + with_commas(count) + " " +
-         std::string(count == 1 ? one : many) + " not written";
+  Lost lost;
+  lost.add(what, count, one, many);
+  return lost.sentence(title, "");
 }
 
 int count_of(const ItemStore& items, const Kind& kind) {
@@ -123,22 +140,44 @@ int count_of(const ItemStore& items, const Kind& kind) {
   return count;
 }
 
+// A proximity waypoint is a waypoint too, whose alarm distance is written with the former.
+bool is_alarm(const ItemStore& items, const ItemRecord& waypoint) {
+  for (int i = 1; i <= items.proximity_count(); ++i) {
+    const ItemRecord alarm = items.proximity(i);
+    if (alarm.in_use != 0 && alarm.ident == waypoint.ident && alarm.proximity_distance == waypoint.proximity_distance)
+      return true;
+  }
+  return false;
+}
+
 // How many records of the kind have each of the properties that are not kept.
 void append_property_losses(std::vector<std::string>& sentences, const ItemStore& items, const Kind& kind,
-                            std::string_view title, Properties kept, bool name_the_kind) {
+                            std::string_view title, Properties kept, bool distances_of_proximity, bool name_the_kind) {
   const bool keeps_all = std::ranges::all_of(kProperties, [&](const PropertyRow& row) { return kept & row.property; });
   if (keeps_all) return;
   std::array<int, kProperties.size()> counts{};
   kind.walk(items, [&](const ItemRecord& item) {
-    for (std::size_t i = 0; i < kProperties.size(); ++i)
-      if ((kept & kProperties[i].property) == 0 && kProperties[i].has(item)) ++counts[i];
+    for (std::size_t i = 0; i < kProperties.size(); ++i) {
+      if ((kept & kProperties[i].property) != 0 || !kProperties[i].has(item)) continue;
+      const bool is_elsewhere =
+          kProperties[i].property == kKeepsDistances && distances_of_proximity && is_alarm(items, item);
+      if (!is_elsewhere) ++counts[i];
+    }
   });
+  const std::string of = name_the_kind ? " for " + std::string(kind.what) : "";
+  Lost lost;
   for (std::size_t i = 0; i < kProperties.size(); ++i) {
     if (counts[i] == 0) continue;
-    std::string what(kProperties[i].one);
-    if (name_the_kind && (kProperties[i].property & kOfOneKind) == 0) what += " for " + std::string(kind.what);
-    sentences.push_back(sentence(title, what, counts[i], kProperties[i].one, kProperties[i].many));
+    Lost longer = lost;
+    longer.add(kProperties[i].one, counts[i], kProperties[i].one, kProperties[i].many);
+    if (longer.sentence(title, of).size() > kLongestSentence) {
+      sentences.push_back(lost.sentence(title, of));
+      longer = {};
+      longer.add(kProperties[i].one, counts[i], kProperties[i].one, kProperties[i].many);
+    }
+    lost = longer;
   }
+  if (!lost.what.empty()) sentences.push_back(lost.sentence(title, of));
 }
 
 }  // namespace
@@ -152,10 +191,11 @@ std::vector<std::string> losses(const ItemStore& items, const OutputOptions& opt
   }
   if ((kept.almanac & kKeepsItems) == 0 && options.almanac && !items.almanac().empty())
     sentences.push_back(sentence(title, "almanac", items.almanac().count(), "satellite", "satellites"));
+  const bool writes_distances = options.proximity && (kept.proximity & kKeepsDistances) != 0;
   const auto kinds_kept = std::ranges::count_if(kKinds, [&](const Kind& kind) { return kept.*kind.kept != 0; });
   for (const Kind& kind : kKinds)
     if ((kept.*kind.kept & kKeepsItems) != 0 && options.*kind.wanted)
-      append_property_losses(sentences, items, kind, title, kept.*kind.kept, kinds_kept > 1);
+      append_property_losses(sentences, items, kind, title, kept.*kind.kept, writes_distances, kinds_kept > 1);
   return sentences;
 }
 

@@ -11,9 +11,9 @@
 
 namespace store {
 
-// One sentence for each kind of items and each property of kept ones that the store has, the user wants
-// written and the format cannot hold: "IGC keeps no altitude: 1,204 altitudes not written". Whole kinds come
-// first. `title` names the format.
+// One sentence for each kind of items that the store has, the user wants written and the format cannot hold, or of
+// which it cannot hold some property: "IGC keeps no altitude: 1,204 altitudes not written". Whole kinds come first. A
+// sentence fits into an output line; what does not fit has another one. `title` names the format.
 [[nodiscard]] std::vector<std::string> losses(const ItemStore& items, const OutputOptions& options,
                                               std::string_view title, const Kept& kept);
 

@@ -200,19 +200,19 @@ TEST_F(Dispatch, ASaveSaysWhatItsFormatCannotHold) {
   EXPECT_TRUE(dispatch.save(folder / "out.lst", options));
   EXPECT_EQ(front_end.lines[3], "A list keeps no routes: 1 route not written");
   EXPECT_EQ(front_end.lines[4], "A list keeps no tracks: 1 track point not written");
-  EXPECT_EQ(front_end.lines[5], "A list keeps no time: 1 time not written");
-  EXPECT_EQ(front_end.lines[6], "A list keeps no comment: 2 comments not written");
-  EXPECT_EQ(front_end.lines.count(7), 0u);
+  EXPECT_EQ(front_end.lines[5], "A list keeps no time, comment: 1 time, 2 comments not written");
+  EXPECT_EQ(front_end.lines.count(6), 0u);
   // What the user does not want written is not lost, and what the format holds is not spoken of.
   front_end.lines.clear();
   options.tracks = options.routes = false;
   EXPECT_TRUE(dispatch.save(folder / "out.lst", options));
-  EXPECT_EQ(front_end.lines[3], "A list keeps no time: 1 time not written");
+  EXPECT_EQ(front_end.lines[3], "A list keeps no time, comment: 1 time, 2 comments not written");
   options = {};
   options.version = 1;
   EXPECT_TRUE(dispatch.save(folder / "out.txt", options));
-  EXPECT_EQ(front_end.lines[3], "Native text keeps no track name: 1 track name not written");
-  EXPECT_EQ(front_end.lines[4], "Native text keeps no altitude for tracks: 1 altitude not written");
+  EXPECT_EQ(front_end.lines[3],
+            "Native text keeps no track name, altitude, track colour or style for tracks: 1 track name, 1 altitude, 1 "
+            "track colour or style not written");
 }
 
 TEST_F(Dispatch, TheUserMayChooseTheKindsOrCancel) {

@@ -53,7 +53,7 @@ store::Kept native_text_keeps(const store::Settings&, const store::OutputOptions
   kept.routes = kept.waypoints | kKeepsTitles | kKeepsNumbers | (is_short ? 0 : kKeepsLinks);
   kept.proximity = kColumns | kKeepsDistances | (is_short ? 0 : kKeepsColours);
   kept.tracks = kTrack | (is_short ? 0 : kKeepsAltitudes | kKeepsDepths | kKeepsTitles | kKeepsLines);
-  kept.events = kKeepsItems | kKeepsComments | kKeepsSymbols | kKeepsDisplay | kKeepsTimes;
+  kept.events = kKeepsOfEvents & ~(kKeepsNames | (is_short ? kKeepsColours : 0));
   return kept;
 }
 

@@ -186,8 +186,7 @@ TextWriter::TextWriter(const store::ItemStore& store, geodesy::DatumShift& shift
 void TextWriter::write(const OutputOptions& options, base::TextOutput& out) {
   prepared_datum_.reset();
   prepare_shift(options.datum);
-  changed_texts_ = 0;
-  left_out_ = 0;
+  changed_texts_ = wordless_colours_ = left_out_ = 0;
   std::string text;
   const auto append = [&](const ItemRecord& record) {
     append_waypoint(text, record, options, false);
@@ -295,7 +294,9 @@ bool TextWriter::append_waypoint(std::string& out, const ItemRecord& record, con
     return false;
   }
   out += '\n';
-  if (item.kind == 'W' && !is_short_layout(options.version)) append_detail_lines(out, item);
+  if (is_short_layout(options.version)) return true;
+  if (item.colour >= kWaypointColours.size() && !options.no_symbols) ++wordless_colours_;
+  if (item.kind == 'W') append_detail_lines(out, item);
   return true;
 }
 
@@ -345,13 +346,12 @@ void TextWriter::append_tracks(base::TextOutput& file, const OutputOptions& opti
 
 void TextWriter::report() const {
   std::string text;
-  if (changed_texts_ > 0)
-    text =
-        base::format_text("%d texts hold characters that separate fields or lines: written with '-'", changed_texts_);
-  if (left_out_ > 0) {
-    if (!text.empty()) text += "; ";
-    text += base::format_text("%d items without a position are not written", left_out_);
-  }
+  const auto add = [&text](int count, const char* what) {
+    if (count > 0) text += (text.empty() ? "" : "; ") + std::to_string(count) + what;
+  };
+  add(changed_texts_, " texts hold characters that separate fields or lines: written with '-'");
+  add(wordless_colours_, " colours of items have no word: written as Black");
+  add(left_out_, " items without a position are not written");
   if (!text.empty()) front_end_.write_line(2, text);
 }
 

@@ -50,6 +50,7 @@ class TextWriter {
   base::FrontEnd& front_end_;
   std::optional<std::string> prepared_datum_;
   int changed_texts_ = 0;
+  int wordless_colours_ = 0;
   int left_out_ = 0;  // records without a position
 };
 

@@ -92,7 +92,7 @@ constexpr std::array kKinds{
     Kind{'P', "proximity waypoints", &store::Kept::proximity, kOfPoints},
     Kind{'I', "events", &store::Kept::events,
          store::kKeepsItems | store::kKeepsNames | store::kKeepsTimes | store::kKeepsComments | store::kKeepsSymbols |
-             store::kKeepsDisplay},
+             store::kKeepsDisplay | store::kKeepsColours},
 };
 
 // One column of the table.
@@ -127,7 +127,7 @@ class FormatMatrix : public testing::Test {
     item.time = {391867200};
     item.symbol_mode = 3;
     item.proximity_distance = letter == 'W' || letter == 'R' ? 250.0F : 0.0F;
-    if (letter != 'T' && letter != 'I') item.colour = 3;
+    if (letter != 'T') item.colour = 3;
     if (letter != 'I') {
       item.altitude = 12.5F;
       item.depth = 3.5F;

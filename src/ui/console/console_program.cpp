@@ -156,7 +156,10 @@ bool ConsoleProgram::write_outputs(const Arguments& arguments) {
   OutputOptions options = session_.text_options();
   choose_kinds(arguments.kinds, options);
   bool all_written = true;
-  for (const std::string& file : arguments.outputs) all_written = session_.files.save(file, options) && all_written;
+  for (const std::string& file : arguments.outputs) {
+    display_.clear();  // what is said of one file is said of the next one again
+    all_written = session_.files.save(file, options) && all_written;
+  }
   // In place of an unknown datum WGS-84 was written, which was said.
   return all_written && session_.datums.find(options.datum) != nullptr;
 }
