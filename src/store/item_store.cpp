@@ -110,6 +110,14 @@ void ItemStore::start_route(std::uint32_t number, std::string_view number_text, 
   CurrentItem.comment = name;
 }
 
+std::uint32_t ItemStore::free_route(std::uint32_t wanted) const {
+  for (std::uint32_t i = 0; i < kRouteCapacity; ++i) {
+    const std::uint32_t number = (wanted + i) % kRouteCapacity;
+    if (!contents_.routes[number].header) return number;
+  }
+  return wanted;
+}
+
 int ItemStore::push_route(bool is_point) {
   if (contents_.route_index != contents_.last_route_index) contents_.point_index = kBeforeHeader;
   contents_.last_route_index = contents_.route_index;
@@ -206,8 +214,8 @@ int ItemStore::push_track() {
     CurrentItem.track_style = track_log_style_.value_or(byte_of(settings_.SA_LineStyle));
     CurrentItem.ident = track_log_name_;
   }
-  CurrentItem.track_drawing = {byte_of(settings_.SA_LineColor), byte_of(settings_.SA_LineWidth),
-                               byte_of(settings_.SA_LineStyle)};
+  CurrentItem.track_drawing = track_line_.value_or(
+      std::array{byte_of(settings_.SA_LineColor), byte_of(settings_.SA_LineWidth), byte_of(settings_.SA_LineStyle)});
   sign_position(CurrentItem);
   complete_item('T');
   CurrentItem.time = shifted(CurrentItem.time, -input_time_offset_);

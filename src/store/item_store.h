@@ -75,13 +75,21 @@ class ItemStore {
   // Makes the next push_route(true) create the header of route `number`, or of the next free one; above 99
   // there is none. CurrentItem becomes that header: its ident the number text, its name `name`.
   void start_route(std::uint32_t number, std::string_view number_text, std::string_view name);
+  // The first free route number from `wanted` on, or of all when there is none behind it; `wanted` itself when all
+  // are taken.
+  [[nodiscard]] std::uint32_t free_route(std::uint32_t wanted) const;
   // The next track point begins a new segment...
   void start_segment() { contents_.new_segment = true; }
   // ... or a new named track log. A colour name outside kColourNames is "Default Color"; no style: the configured one.
   void start_track_log(std::string_view name, std::string_view colour_name,
                        std::optional<std::uint8_t> style = std::nullopt);
-  // Nothing that was announced for the next track point holds any longer.
-  void forget_pending_track() { contents_.new_segment = contents_.new_track_log = false; }
+  // Colour, width and style of the line that the track points from now on are drawn with, in place of the settings'.
+  void set_track_line(const std::array<std::uint8_t, 3>& properties) { track_line_ = properties; }
+  // Nothing that was announced for the next track points holds any longer.
+  void forget_pending_track() {
+    contents_.new_segment = contents_.new_track_log = false;
+    track_line_.reset();
+  }
   // Gives the latest route point a link to the next one; false when there is no route point.
   bool set_route_link(std::uint16_t link_class, const std::array<std::uint8_t, 18>& subclass, std::string_view ident);
   // Gives every route point the number of its waypoint: the one of the same ident and place, else of the same ident.
@@ -155,6 +163,7 @@ class ItemStore {
   bool route_overflow_ = false;
   std::string track_log_name_, track_log_colour_;
   std::optional<std::uint8_t> track_log_style_;
+  std::optional<std::array<std::uint8_t, 3>> track_line_;
 };
 
 }  // namespace store

@@ -19,8 +19,8 @@ using geodesy::Position;
 
 // Bytes of a body ahead of its text length, its point count or its rim.
 constexpr std::size_t kAheadOfText = 4;
-constexpr std::size_t kAheadOfLinePoints = 6;
-constexpr std::size_t kAheadOfAreaPoints = 14;
+constexpr std::size_t kAheadOfAreaColour = 2;
+constexpr std::size_t kBehindAreaWidth = 8;
 constexpr std::size_t kAheadOfRim = 24;
 // A symbol's body is known to have 13 bytes, but its known fields make 12.
 constexpr std::size_t kAheadOfSymbolText = 12;
@@ -47,8 +47,9 @@ void read_own_text(ByteReader& in, std::size_t bytes_ahead, MapItem& item) {
   if (!text.empty()) item.text = std::move(text);
 }
 
-void read_points(ByteReader& in, std::size_t bytes_ahead, MapItem& item) {
-  in.skip(bytes_ahead);
+std::uint8_t read_line_property(ByteReader& in) { return static_cast<std::uint8_t>(in.u16()); }
+
+void read_points(ByteReader& in, MapItem& item) {
   for (int left = in.u16(); left > 0 && in.ok(); --left) item.points.push_back(read_position(in));
 }
 
@@ -68,10 +69,15 @@ MapItem read_item(ByteReader& in, ItemType type, std::size_t ahead_of_symbol_tex
       read_own_text(in, ahead_of_symbol_text, item);
       break;
     case ItemType::Line:
-      read_points(in, kAheadOfLinePoints, item);
+      for (std::uint8_t& property : item.line) property = read_line_property(in);
+      read_points(in, item);
       break;
     case ItemType::Area:
-      read_points(in, kAheadOfAreaPoints, item);
+      in.skip(kAheadOfAreaColour);
+      item.line[0] = read_line_property(in);
+      item.line[1] = read_line_property(in);
+      in.skip(kBehindAreaWidth);
+      read_points(in, item);
       break;
     case ItemType::Circle:
       in.skip(kAheadOfRim);

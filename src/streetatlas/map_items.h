@@ -2,6 +2,7 @@
 // docs/formats/street-atlas.md has the layout, and tells what of it is a choice of ours.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -20,6 +21,7 @@ struct MapItem {
   geodesy::Position position;             // of texts, symbols, notes, and a circle's centre
   std::string text;                       // the item's own or, where that is empty, its label
   std::vector<geodesy::Position> points;  // of lines and areas
+  std::array<std::uint8_t, 3> line{};     // of lines and areas: colour, width and, of lines, style
   geodesy::Position rim;                  // of circles: a point on the rim
 };
 

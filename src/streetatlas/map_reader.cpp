@@ -60,6 +60,7 @@ class MapStorer {
   void store_line(const MapItem& item);
   void store_circle(const MapItem& item);
   void store_route(const MapRoute& route);
+  void store_route_point(const Position& position, std::string_view name);
   void start_route(std::uint16_t number, std::string_view number_text, std::string_view name);
   // False, and counted, for a position that is none.
   [[nodiscard]] bool has_place(const Position& position);
@@ -78,6 +79,7 @@ class MapStorer {
   int item_number_ = 0;  // of the item being stored, from 1
   int bad_positions_ = 0;
   int first_bad_item_ = 0;
+  int points_without_route_ = 0;
   std::optional<std::uint16_t> open_route_;  // that symbols are adding points to
   std::array<bool, store::kRouteCapacity> routes_of_symbols_{};
 };
@@ -89,10 +91,8 @@ int MapStorer::store_map() {
   for (const MapItem& item : map_.items) {
     ++item_number_;
     store_item(item);
-    if (store_.route_overflow()) break;
   }
   for (const MapRoute& route : map_.routes) {
-    if (store_.route_overflow()) break;
     // The symbols have drawn that route already.
     if (!routes_of_symbols_[route.number]) store_route(route);
   }
@@ -136,15 +136,22 @@ void MapStorer::store_route_symbol(const RouteMarker& marker, const Position& po
   if (!has_place(position)) return;  // a header is made for a point that can be stored
   if (open_route_ != marker.number) {
     start_route(marker.number, marker.number_text, route_name(marker.number));
-    if (store_.route_overflow()) return;
     open_route_ = marker.number;
     routes_of_symbols_[marker.number] = true;
   }
-  if (start_waypoint(position, marker.name)) count(store_.push_route(true));
+  store_route_point(position, marker.name);
+}
+
+// A point whose route found no room is kept as a waypoint.
+void MapStorer::store_route_point(const Position& position, std::string_view name) {
+  if (!start_waypoint(position, name)) return;
+  if (store_.route_overflow()) ++points_without_route_;
+  count(store_.route_overflow() ? store_.push_waypoint(0) : store_.push_route(true));
 }
 
 void MapStorer::store_line(const MapItem& item) {
   bool begins = true;
+  store_.set_track_line(item.line);
   for (const Position& point : item.points) {
     if (!start_record(point, "")) continue;
     if (std::exchange(begins, false)) store_.start_segment();
@@ -165,12 +172,11 @@ void MapStorer::store_circle(const MapItem& item) {
 
 void MapStorer::store_route(const MapRoute& route) {
   start_route(route.number, base::format_text("%02d", int{route.number}), route.name);
-  if (store_.route_overflow()) return;
-  for (const MapRoutePoint& point : route.points)
-    if (start_waypoint(point.position, point.name)) count(store_.push_route(true));
+  for (const MapRoutePoint& point : route.points) store_route_point(point.position, point.name);
 }
 
 void MapStorer::start_route(std::uint16_t number, std::string_view number_text, std::string_view name) {
+  if (store_.route_overflow()) return;  // which was said at the first that found no room
   store_.start_route(number, number_text, name);
   count(store_.push_route(true));
 }
@@ -205,10 +211,14 @@ std::string_view MapStorer::route_name(std::uint16_t number) const {
 
 void MapStorer::report() const {
   if (map_.unknown_type) front_end_.write_line(1, base::format_text("New SA Item found 0x%04x", *map_.unknown_type));
+  std::string text;
   if (bad_positions_ > 0)
-    front_end_.write_line(
-        2, base::format_text("%d positions are not on the earth and were passed over, the first in item %d",
-                             bad_positions_, first_bad_item_));
+    text = base::format_text("%d positions are not on the earth and were passed over, the first in item %d",
+                             bad_positions_, first_bad_item_);
+  if (points_without_route_ > 0)
+    text += base::format_text("%s%d points of routes that found no room are waypoints only", text.empty() ? "" : "; ",
+                              points_without_route_);
+  if (!text.empty()) front_end_.write_line(2, text);
   const int understood = static_cast<int>(map_.items.size());
   if (understood < map_.announced)
     front_end_.write_line(3, base::format_text("Only the first %d of %d items were understood; the rest of the file "

@@ -130,11 +130,12 @@ TEST_F(MapReaderTest, ARouteHeaderIsMadeWhenTheRouteChangesOrIsMissing) {
   EXPECT_EQ(store.waypoint_count(), 5);
 }
 
-TEST_F(MapReaderTest, ReadingStopsWhenThereIsNoRowForARoute) {
+TEST_F(MapReaderTest, APointWhoseRouteFindsNoRoomIsKeptAsAWaypoint) {
   StreetAtlasBuilder map;
   map.symbol(kPortland, "", "(99:01)A").symbol(kPortland, "", "(98:01)B").symbol(kPortland, "", "(99:02)C");
-  EXPECT_EQ(read_3(map.symbol(kPortland, "", "D")), 4);
-  EXPECT_EQ(contents(), "WAWB98<>B,99<>A,");
+  EXPECT_EQ(read_3(map.symbol(kPortland, "", "D")), 6);
+  EXPECT_EQ(contents(), "WAWBWCWD98<>B,99<>A,");
+  EXPECT_EQ(front_end.lines[2], "1 points of routes that found no room are waypoints only");
   EXPECT_EQ(front_end.boxes.size(), 1U);
 }
 
