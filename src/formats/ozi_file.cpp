@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "formats/ozi_symbols.h"
 #include "formats/shifted_positions.h"
@@ -34,7 +35,7 @@ float proximity_of(std::string_view field) {
 }
 
 std::int16_t display_mode_of(std::string_view garmin_display_format) {
-  if (garmin_display_format == "0") return 3;
+  if (garmin_display_format.empty() || garmin_display_format == "0") return 3;
   return garmin_display_format == "1" ? 1 : 5;
 }
 
@@ -70,17 +71,17 @@ bool OziFile::refuse(const std::string& file_name, std::string_view line) {
 }
 
 bool OziFile::open(const std::string& file_name) {
-  input_.skip_empty_lines();
-  ++line_number_;
+  line_number_ = input_.skip_empty_lines() + 1;
   const std::string_view banner = input_.next_line();
   if (banner.find(kind_.banner) == std::string_view::npos) return refuse(file_name, banner);
-  std::string_view datum;
-  while (datum.empty() && !input_.at_end()) {
-    ++line_number_;
-    datum = base::trim_blanks(input_.next_line());
-  }
-  set_datum(datum);
+  begin_header();
   return true;
+}
+
+void OziFile::begin_header() {
+  header_lines_left_ = 3;
+  datum_expected_ = true;
+  properties_expected_ = count_expected_ = &kind_ == &kOziTrack;
 }
 
 void OziFile::set_datum(std::string_view name) {
@@ -94,17 +95,44 @@ bool OziFile::next() {
     ++line_number_;
     const std::string_view line = base::trim_blanks(input_.next_line());
     if (line.empty()) continue;
-    if (header_lines_left_ > 0 && line.find(',') == std::string_view::npos) {
-      --header_lines_left_;
-      if (line.starts_with("Altitude is in Met")) metres_per_altitude_unit_ = 1;
+    if (line.find(kind_.banner) != std::string_view::npos) {
+      begin_header();
       continue;
     }
-    header_lines_left_ = 0;
     fields_.split(line);
+    if (take_header_line()) {
+      if (is_properties_) return true;
+      continue;
+    }
     if (fields_.size() >= kind_.fewest_fields) return true;
     pass_over();
   }
   return false;
+}
+
+// The datum, two lines of no meaning, and of a track its properties and the number of its points. A file may lack
+// some, or have got commas at their ends in a spreadsheet: the first line that is an item ends the header.
+bool OziFile::take_header_line() {
+  is_properties_ = false;
+  if (header_lines_left_ > 0 && !looks_like_item()) {
+    --header_lines_left_;
+    if (std::exchange(datum_expected_, false)) set_datum(fields_[0]);
+    if (&kind_ == &kOziTrack && fields_[0].starts_with("Altitude is in"))
+      metres_per_altitude_unit_ = fields_[0].starts_with("Altitude is in Met") ? 1 : kMetresPerFoot;
+    return true;
+  }
+  header_lines_left_ = 0;
+  if (std::exchange(datum_expected_, false)) set_datum("");
+  // Their first field is always 0, while a latitude has decimals.
+  if (std::exchange(properties_expected_, false) && fields_[0] == "0") return is_properties_ = true;
+  return std::exchange(count_expected_, false) && fields_[1].empty();
+}
+
+bool OziFile::looks_like_item() const {
+  if (&kind_ == &kOziRoutes) return fields_[0] == "R" || fields_[0] == "W";
+  if (properties_expected_ && fields_[0] == "0" && fields_.size() > 1) return true;
+  return fields_.size() >= kind_.fewest_fields && base::parse_number(fields_[kind_.first_coordinate]) &&
+         base::parse_number(fields_[kind_.first_coordinate + 1]);
 }
 
 bool OziFile::set_position(store::ItemRecord& item, std::size_t index) {

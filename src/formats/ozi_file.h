@@ -24,11 +24,12 @@ struct OziKind {
   std::string_view name;    // of a file
   std::string_view items;   // of its lines
   std::size_t fewest_fields;
+  std::size_t first_coordinate = 0;  // field of the latitude
 };
-inline constexpr OziKind kOziWaypoints{"OziExplorer Waypoint", "waypoint", "waypoints", 4};
-inline constexpr OziKind kOziRoutes{"OziExplorer Route", "route", "parts of a route", 3};
+inline constexpr OziKind kOziWaypoints{"OziExplorer Waypoint", "waypoint", "waypoints", 4, 2};
+inline constexpr OziKind kOziRoutes{"OziExplorer Route", "route", "parts of a route", 2};
 inline constexpr OziKind kOziTrack{"OziExplorer Track", "track", "track points", 3};
-inline constexpr OziKind kOziEvents{"OziExplorer Event", "event", "events", 4};
+inline constexpr OziKind kOziEvents{"OziExplorer Event", "event", "events", 4, 1};
 
 // The fields of a line between its commas, without the blanks around them.
 class OziFields {
@@ -69,10 +70,12 @@ class OziFile {
 
   // Takes the first line and the datum. False, and a message box, when this is another file.
   [[nodiscard]] bool open(const std::string& file_name);
-  // Takes lines up to the next one with fields; false at the end, and when the user has asked to stop.
+  // Takes lines up to the next item; false at the end, and when the user has asked to stop. A header in the middle,
+  // where two files were put together, is taken too.
   [[nodiscard]] bool next();
-  // The next line without a comma belongs to the header.
-  void expect_header_line() { ++header_lines_left_; }
+  // Of a track file: the line below the header with the track's properties, which next() has just given; false when it
+  // was not there.
+  [[nodiscard]] bool is_properties() const { return is_properties_; }
   [[nodiscard]] std::string_view field(std::size_t index) const { return fields_[index]; }
   [[nodiscard]] double metres_per_altitude_unit() const { return metres_per_altitude_unit_; }
 
@@ -95,6 +98,9 @@ class OziFile {
 
  private:
   bool refuse(const std::string& file_name, std::string_view line);
+  void begin_header();
+  [[nodiscard]] bool take_header_line();
+  [[nodiscard]] bool looks_like_item() const;
   void set_datum(std::string_view name);
 
   const store::FileContext& context_;
@@ -103,7 +109,11 @@ class OziFile {
   const OziKind& kind_;
   OziFields fields_;
   double metres_per_altitude_unit_ = kMetresPerFoot;
-  int header_lines_left_ = 2;
+  int header_lines_left_ = 0;  // below the banner
+  bool datum_expected_ = false;
+  bool properties_expected_ = false;
+  bool count_expected_ = false;  // of track points: not to be relied on
+  bool is_properties_ = false;
   int line_number_ = 0;
   BadLines bad_lines_;
   int cut_texts_ = 0;

@@ -67,8 +67,8 @@ class RouteLines {
       if (header.points.empty()) continue;
       const long long number = header.number.value_or(0);
       const bool is_row = number >= 0 && number < store::kRouteCapacity;
-      items.start_route(is_row ? static_cast<std::uint32_t>(number) : 0, base::format_text("%02lld", number),
-                        header.name);
+      const std::uint32_t row = items.free_route(is_row ? static_cast<std::uint32_t>(number) : 0);
+      items.start_route(row, base::format_text("%02lld", number), header.name);
       if (items.push_route(true) != 0) break;
       ++accepted;
       for (const std::uint32_t point : header.points) {
@@ -147,17 +147,18 @@ int read_ozi_track(const FileContext& context, base::TextInput& input, const std
   OziFile file(context, input, kOziTrack);
   if (!file.open(file_name)) return -1;
   base::FixedText<ItemRecord{}.ident.longest()> name;
-  std::string_view colour;
-  if (file.next()) {
-    file.set_text(name, 3);
-    if (name == kOziUnnamedTrack) name = "";
-    colour = colour_name_of(file.field(2));
-    file.expect_header_line();  // the count of points, which is not to be relied on
-  }
+  std::string_view colour = store::kColourNames[store::kDefaultColour];
   const int before = items.track_point_count();
   int accepted = 0;
   int first_log = 0;  // index of its point
   while (file.next()) {
+    if (file.is_properties()) {
+      if (name.empty()) file.set_text(name, 3);
+      if (name == kOziUnnamedTrack) name = "";
+      colour = colour_name_of(file.field(2));
+      if (accepted > 0) items.start_segment();
+      continue;
+    }
     items.start_item();
     if (!file.set_position(items.CurrentItem, 0)) continue;
     items.CurrentItem.altitude = ozi_altitude(file.field(3), file.metres_per_altitude_unit());

@@ -55,14 +55,18 @@ IconSet set_of_mode(int symbol_mode, const Settings& settings) {
       return is_meant ? IconSet::Lei15 : IconSet::Giii;
     }
     case IconSet::Lei28:
-      return family == store::Family::Garmin ? IconSet::Giii : IconSet::Lei28;
+      return family == store::Family::Garmin && settings.IconSelector == IconSet::Lei28 ? IconSet::Giii
+                                                                                        : IconSet::Lei28;
     default:
       return IconSet::Giii;
   }
 }
 
-// The set that a file is in for records of that set.
-IconSet set_of_file(IconSet own, const Settings& settings) {
+IconSet own_set(const Settings& settings) { return set_of_mode(static_cast<int>(settings.IconSelector), settings); }
+
+// The one set that all of a file is in, written or read: whoever reads it knows but one.
+IconSet set_of_file(const Settings& settings) {
+  const IconSet own = own_set(settings);
   static constexpr std::array kGarminFirst{IconSet::Giii, IconSet::G12xl, IconSet::Lei28, IconSet::Lei15};
   static constexpr std::array kLowranceFirst{IconSet::Lei28, IconSet::Lei15, IconSet::Giii, IconSet::G12xl};
   if (is_on(own, settings)) return own;
@@ -131,7 +135,7 @@ Symbol in_own_set(Symbol symbol, IconSet own, const Settings& settings) {
 
 OziSymbol ozi_symbol(const store::ItemRecord& item, const Settings& settings) {
   const IconSet own = set_of_mode(item.symbol_mode, settings);
-  const IconSet wanted = set_of_file(own, settings);
+  const IconSet wanted = set_of_file(settings);
   int code = item.symbol;
   if (has_number(own, item.symbol, settings)) {
     if (own == wanted) return {item.symbol};
@@ -148,8 +152,8 @@ OziSymbol ozi_symbol(const store::ItemRecord& item, const Settings& settings) {
 }
 
 void set_ozi_symbol(store::ItemRecord& item, std::optional<long long> number, const Settings& settings) {
-  const IconSet own = set_of_mode(static_cast<int>(settings.IconSelector), settings);
-  const Symbol symbol = in_own_set(symbol_of_number(set_of_file(own, settings), number, settings), own, settings);
+  const IconSet own = own_set(settings);
+  const Symbol symbol = in_own_set(symbol_of_number(set_of_file(settings), number, settings), own, settings);
   item.symbol = std::in_range<std::int16_t>(symbol.number) ? static_cast<std::int16_t>(symbol.number) : std::int16_t{0};
   // Of the sets with Garmin codes the one that the user has chosen.
   const bool is_chosen = symbol.set == IconSet::Giii && settings.IconSelector >= IconSet::Giii;

@@ -176,7 +176,7 @@ TEST_F(Ozi, ACommaSurvivesAndWhatCannotIsSaid) {
 
 TEST_F(Ozi, FieldsMayBeEmptyOrMissing) {
   EXPECT_EQ(read(read_ozi_waypoints, "\xEF\xBB\xBF\r\n" + sample("ozi/garmin_v11.wpt")), 4);
-  EXPECT_EQ(front_end.lines[2], "1 lines are no waypoints and were passed over, the first in line 10");
+  EXPECT_EQ(front_end.lines[2], "1 lines are no waypoints and were passed over, the first in line 11");
   const ItemRecord slipway = store.waypoint(1);
   EXPECT_EQ(slipway.ident, "SLIPWAY");
   EXPECT_EQ(slipway.comment, "Launch here, low water");
@@ -197,7 +197,30 @@ TEST_F(Ozi, FieldsMayBeEmptyOrMissing) {
   ASSERT_EQ(store.proximity_count(), 1);
   EXPECT_EQ(store.proximity(1).proximity_distance, 150.5F);
   EXPECT_EQ(store.waypoint(4).longitude_hemisphere, 'W');
-  EXPECT_EQ(store.waypoint(4).display_mode, 5);
+  EXPECT_EQ(store.waypoint(4).display_mode, 3);
+}
+
+TEST_F(Ozi, HeadersMayBeIncompleteOrFilledUpWithCommasOrStandInTheMiddle) {
+  constexpr std::string_view kBanner = "OziExplorer Track Point File Version 2.1";
+  struct Case {
+    std::string text;
+    int points;
+    std::string name;
+  };
+  const std::string commas = joined(kBanner,
+                                    ",,,,\nWGS 84,,,,\nAltitude is in Feet,,,,\nReserved 3,,,,\n0,2,255,Walk,0\n2,,,,\n"
+                                    "54,10,1,100,36844.5\n55,10,0,100,36844.6\n");
+  const std::string bare = joined(kBanner, "\nWGS 84\nAltitude is in Feet\nReserved 3\n54,10,1,100,36844.5\n");
+  for (const Case& c : {Case{commas, 2, "Walk"}, Case{commas + commas, 4, "Walk"}, Case{bare, 1, ""},
+                        Case{joined(kBanner, "\n\n\n\n54,10,1\n"), 1, ""}}) {
+    store.clear_all();
+    EXPECT_EQ(read(read_ozi_track, c.text), c.points) << c.text;
+    ASSERT_EQ(store.track_point_count(), c.points) << c.text;
+    EXPECT_EQ(store.track_point(1).ident, c.name);
+    EXPECT_EQ(store.track_point(1).position.latitude, 54);
+  }
+  EXPECT_EQ(read(read_ozi_waypoints, "OziExplorer Waypoint File Version 1.0\n\n\n\n1,A,54,10\n2,B,55,11\n"), 2);
+  EXPECT_EQ(front_end.lines[1], "Datum '' not found.  Using WGS-84.");
 }
 
 TEST_F(Ozi, RoutePointsGoToTheRouteOfTheirNumberAndEmptyRoutesAreNone) {
@@ -219,6 +242,15 @@ TEST_F(Ozi, RoutePointsGoToTheRouteOfTheirNumberAndEmptyRoutesAreNone) {
   EXPECT_EQ(read(read_ozi_routes, joined(kRouteHead, "W,100,1,1,A,1,2\nR,,B,,\nW,,2,2,C,1,2\nX,0,1,1,D,1,2\n")), 4);
   EXPECT_THAT(idents(0), ElementsAre("A"));
   EXPECT_THAT(idents(1), ElementsAre("C"));
+}
+
+TEST_F(Ozi, RoutesWithoutNameOrRoomKeepTheirPoints) {
+  EXPECT_EQ(read(read_ozi_routes,
+                 joined(kRouteHead, "R,99,A\nW,99,1,1,A1,1,2\nR,1\nW,1,1,1,B1,3,4\nR,99,C\nW,99,1,1,C1,5,6\n")),
+            6);
+  EXPECT_EQ(store.route(99).points[0].ident, "A1");
+  EXPECT_EQ(store.route(1).points[0].ident, "B1");
+  EXPECT_EQ(store.route(0).points[0].ident, "C1");
 }
 
 TEST_F(Ozi, ATrackOfAnotherProgramIsOneLogWithItsDescriptionAsName) {
@@ -367,6 +399,23 @@ TEST_F(Ozi, SymbolNumbersFollowTheReceiverAndTheSettings) {
     EXPECT_EQ(store.waypoint(2).symbol, c.read_symbol) << c.symbol;
     EXPECT_EQ(store.waypoint(2).symbol_mode, static_cast<int>(c.read_mode)) << c.symbol;
   }
+}
+
+// Whoever reads a file knows but one set.
+TEST_F(Ozi, AFileIsInOneSymbolSetWhateverTheRecordsAreIn) {
+  settings.GPS = store::Family::Lowrance;
+  start("GAS").symbol = 8;
+  store.CurrentItem.symbol_mode = static_cast<std::uint8_t>(IconSet::Giii);
+  ASSERT_EQ(store.push_waypoint(0), 0);
+  start("HOUSE").symbol = 4;
+  store.CurrentItem.symbol_mode = static_cast<std::uint8_t>(IconSet::Lei28);
+  ASSERT_EQ(store.push_waypoint(0), 0);
+  const std::string written = write(write_ozi_waypoints);
+  EXPECT_THAT(written, HasSubstr(",32873.0000000, 6, 1,"));
+  EXPECT_THAT(written, HasSubstr(",32873.0000000, 4, 1,"));
+  store.clear_all();
+  ASSERT_EQ(read(read_ozi_waypoints, written), 2);
+  EXPECT_EQ(write(write_ozi_waypoints), written);
 }
 
 }  // namespace

@@ -99,7 +99,9 @@ class WrittenPoints {
     break_code_ = store::kContinues;
     while (index_ < items_.track_point_count()) {
       point_ = prepared(items_.track_point(++index_), options_);
-      if (point_.segment_flag != store::kContinues) {
+      // A segment that starts where a log was to start is the log's first.
+      const bool log_waits = break_code_ == store::kStartsNamedTrack && point_.segment_flag == store::kStartsSegment;
+      if (point_.segment_flag != store::kContinues && !log_waits) {
         break_code_ = point_.segment_flag;
         title_ = base::trim_blanks(point_.ident);
       }
