@@ -44,7 +44,7 @@ inline constexpr std::string_view kCsvVersion = "Version 2";
 inline constexpr std::string_view kCsvHeader =
     R"("Type","Name","Lat","Long","Month#","Day#","Year","Hour","Min","Sec","Comment","Symbol#",)"
     R"("SymbolColor","SymbolDisplay")";
-// The index is the colour number; others are written as black.
+// The index is the colour number; others are written as black, and counted.
 inline constexpr std::array<std::string_view, 5> kCsvColours{"Black", "Red", "Blue", "Green", "Yellow"};
 // The index is the display mode; others are written as 5, symbol and comment.
 inline constexpr std::array<std::string_view, 6> kCsvDisplays{"", "S", "", "S+N", "", "S+C"};

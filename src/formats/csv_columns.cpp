@@ -26,12 +26,32 @@ std::optional<store::GarminTime> parse_time(std::string_view text) {
   return parse_iso_time(date + (clock.empty() ? "T00:00:00" : std::string(clock)));
 }
 
-// Decimal degrees, or whatever else people write.
+// Decimal degrees, or whatever else people write, but for the letters of the other axis.
+std::optional<double> parse_angle(std::string_view cell, std::string_view wrong_letters) {
+  constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  if (const std::optional<double> degrees = csv_number(cell)) return degrees;
+  // The letter of the hemisphere, or its word, stands first or last.
+  const std::string_view first = cell.substr(0, cell.find_first_not_of(kLetters));
+  const std::string_view word = first.empty() ? cell.substr(cell.find_last_not_of(kLetters) + 1) : first;
+  if (!word.empty() && wrong_letters.find(word[0]) != std::string_view::npos) return std::nullopt;
+  return geodesy::parse_angle(cell);
+}
+
 std::optional<geodesy::Position> parse_position(std::string_view latitude, std::string_view longitude) {
-  const std::optional<double> y = csv_number(latitude);
-  const std::optional<double> x = csv_number(longitude);
-  if (y && x) return is_on_globe({*y, *x}) ? std::optional(geodesy::Position{*y, *x}) : std::nullopt;
-  return geodesy::parse_position(std::string(latitude) + " " + std::string(longitude), {}).position;
+  const std::optional<double> y = parse_angle(latitude, "EWew");
+  const std::optional<double> x = parse_angle(longitude, "NSns");
+  if (!y || !x || !is_on_globe({*y, *x})) return std::nullopt;
+  return geodesy::Position{*y, *x};
+}
+
+// In a file that has commas between its fields, the comma of "1,204" may stand before thousands or before decimals.
+std::optional<double> parse_altitude(std::string_view text, char separator) {
+  constexpr std::size_t kThousandsGroup = 4;  // with its comma
+  const std::size_t comma = text.rfind(',');
+  if (separator == ',' && comma != std::string_view::npos && text.size() - comma == kThousandsGroup)
+    return std::nullopt;
+  const std::optional<double> metres = csv_number(text);
+  return metres && std::abs(*metres) < 1e6 ? metres : std::nullopt;
 }
 
 }  // namespace
@@ -61,7 +81,7 @@ std::string_view CsvColumns::field(const CsvFields& fields, Column column) const
   return place && *place < fields.size() ? base::trim_blanks(fields[*place]) : std::string_view();
 }
 
-bool CsvColumns::read_row(const CsvFields& fields, store::ItemRecord& item, int& unknown_times) const {
+bool CsvColumns::read_row(const CsvFields& fields, char separator, store::ItemRecord& item, LeftOut& left_out) const {
   const std::optional<geodesy::Position> position = parse_position(field(fields, kLatitude), field(fields, kLongitude));
   if (!position) return false;
   item.position = *position;
@@ -69,12 +89,15 @@ bool CsvColumns::read_row(const CsvFields& fields, store::ItemRecord& item, int&
   item.comment = base::latin1_from_utf8(field(fields, kComment));
   item.symbol = store::symbol_of_gpx_name(field(fields, kSymbol)).value_or(store::kDotSymbol);
   item.display_mode = 5;
-  if (const std::optional<double> metres = csv_number(field(fields, kAltitude)); metres && std::abs(*metres) < 1e6)
-    item.altitude = static_cast<float>(*metres);
+  if (const std::string_view altitude = field(fields, kAltitude); !altitude.empty()) {
+    const std::optional<double> metres = parse_altitude(altitude, separator);
+    if (metres) item.altitude = static_cast<float>(*metres);
+    left_out.altitudes += metres ? 0 : 1;
+  }
   const std::string time = std::string(field(fields, kDate)) + ' ' + std::string(field(fields, kTime));
   if (base::trim_blanks(time).empty()) return true;
   const std::optional<store::GarminTime> parsed = parse_time(base::trim_blanks(time));
-  if (!parsed) ++unknown_times;
+  if (!parsed) ++left_out.times;
   item.time = parsed.value_or(store::GarminTime{});
   return true;
 }

@@ -17,9 +17,15 @@ class CsvColumns {
   // latitude or no longitude.
   [[nodiscard]] static std::optional<CsvColumns> of_header(const CsvFields& header);
 
-  // Fills the item; false when the row has no position. Altitudes are metres, times UTC; a time of an unknown form
-  // counts in `unknown_times`.
-  [[nodiscard]] bool read_row(const CsvFields& fields, store::ItemRecord& item, int& unknown_times) const;
+  // What could not be read in rows that were.
+  struct LeftOut {
+    int times = 0;
+    int altitudes = 0;
+  };
+  // Fills the item; false when the row has no position. Altitudes are metres, times UTC. `separator` is the file's,
+  // which tells what a comma in a number can be.
+  [[nodiscard]] bool read_row(const CsvFields& fields, char separator, store::ItemRecord& item,
+                              LeftOut& left_out) const;
 
  private:
   enum Column : std::size_t { kName, kLatitude, kLongitude, kAltitude, kDate, kTime, kComment, kSymbol, kColumns };

@@ -61,6 +61,14 @@ std::optional<CsvFields> split_quoted(std::string_view text, char separator) {
   }
 }
 
+Continuation continuation_of_quoted(const std::string& line, char separator) {
+  const std::string quoted = kQuote + line;
+  std::string_view text = quoted;
+  bool open = false;
+  if (!take_quoted(text, separator, open)) return open ? Continuation::GoesOn : Continuation::None;
+  return split_quoted(text, separator) ? Continuation::Completes : Continuation::GoesOn;
+}
+
 CsvFields split_plain(std::string_view line, char separator) {
   const std::vector<std::string_view> pieces = base::split(line, separator);
   return {pieces.begin(), pieces.end()};
@@ -85,11 +93,11 @@ std::optional<int> csv_integer(std::string_view field) {
   return static_cast<int>(*number);
 }
 
-std::string joined(std::span<const std::string> pieces, char separator) {
+std::string joined_with_commas(std::span<const std::string> pieces) {
   std::string text;
   for (const std::string& piece : pieces) {
     text += piece;
-    text += separator;
+    text += ',';
   }
   if (!text.empty()) text.pop_back();
   return text;

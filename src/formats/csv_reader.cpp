@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <deque>
 #include <limits>
 #include <optional>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "base/encoding.h"
 #include "base/reading_progress.h"
@@ -41,6 +43,8 @@ class CsvReader {
   // Told by the first line: rows with kind letters, or columns by their names.
   enum class Layout { Unknown, Kinds, Named };
 
+  [[nodiscard]] bool at_end() { return pending_.empty() && input_.at_end(); }
+  std::string next_line();
   std::string next_record();
   [[nodiscard]] bool read_record(const std::string& record);
   [[nodiscard]] bool read_heading(const std::string& record, const CsvFields& fields);
@@ -61,17 +65,19 @@ class CsvReader {
 
   const store::FileContext& context_;
   base::TextInput& input_;
+  std::deque<std::string> pending_;  // lines that turned out not to belong to the record before
   Layout layout_ = Layout::Unknown;
   std::optional<char> separator_;  // not known before a line that has one
   std::optional<CsvColumns> columns_;
+  bool has_byte_order_mark_ = false;
   bool begins_as_written_ = false;
-  bool as_written_ = false;  // no other program has saved the file since: it is Latin-1 and has no fields added
+  bool as_written_ = false;  // no spreadsheet has saved the file since: it has no quotes and no fields added
   std::int64_t offset_ = 0;  // seconds, local time minus UTC
   bool route_open_ = false;
   int line_ = 0;
   int accepted_ = 0;
   BadLines bad_rows_;
-  int unknown_times_ = 0;
+  CsvColumns::LeftOut left_out_;
 };
 
 int CsvReader::read() {
@@ -81,7 +87,7 @@ int CsvReader::read() {
   context_.store.clear_route_overflow();
   context_.store.forget_pending_track();
   context_.shift.set_datum_shift("WGS-84", "WGS-84");
-  while (!input_.at_end() && progress.go_on() && !context_.store.route_overflow()) {
+  while (!at_end() && progress.go_on() && !context_.store.route_overflow()) {
     const int line = line_ + 1;
     const std::string record = next_record();
     if (record.find_first_not_of(" ,;\t\"") == std::string::npos) continue;  // a spreadsheet's empty row
@@ -94,19 +100,40 @@ int CsvReader::read() {
   return accepted_;
 }
 
-// A line; in other programs' files also the lines behind it, where it ends within quotes.
-std::string CsvReader::next_record() {
+std::string CsvReader::next_line() {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-  constexpr int kMostLines = 50;  // a field of more has lost its closing quote
-  std::string record(input_.next_line());
-  if (++line_ == 1 && record.starts_with(kByteOrderMark)) record.erase(0, kByteOrderMark.size());
-  if (layout_ != Layout::Named) return record;
-  for (int lines = 1; lines < kMostLines && !input_.at_end() && !split_quoted(record, separator()); ++lines) {
-    record += ' ';
-    record += input_.next_line();
-    ++line_;
+  std::string line;
+  if (pending_.empty()) {
+    line = input_.next_line();
+  } else {
+    line = std::move(pending_.front());
+    pending_.pop_front();
   }
-  return record;
+  if (++line_ == 1 && line.starts_with(kByteOrderMark)) {
+    has_byte_order_mark_ = true;
+    line.erase(0, kByteOrderMark.size());
+  }
+  return line;
+}
+
+// A line; in other programs' files also the lines behind it, where a field goes on there up to its closing quote. Where
+// there is none, the line stands alone.
+std::string CsvReader::next_record() {
+  constexpr std::size_t kMostLines = 50;  // a field of more has lost its closing quote
+  const std::string line = next_line();
+  if (layout_ != Layout::Named || split_quoted(line, separator())) return line;
+  std::string record = line;
+  std::vector<std::string> more;
+  while (more.size() < kMostLines && !at_end()) {
+    more.push_back(next_line());
+    record += ' ' + more.back();
+    const Continuation found = continuation_of_quoted(more.back(), separator());
+    if (found == Continuation::Completes) return record;
+    if (found == Continuation::None) break;
+  }
+  pending_.insert(pending_.begin(), more.begin(), more.end());
+  line_ -= static_cast<int>(more.size());
+  return line;
 }
 
 // False when it is none that can be read.
@@ -149,7 +176,7 @@ bool CsvReader::read_heading(const std::string& record, const CsvFields& fields)
 
 void CsvReader::read_datum(Fields pieces) {
   while (!pieces.empty() && pieces.back().empty()) pieces = pieces.first(pieces.size() - 1);
-  std::string name = joined(pieces, separator());
+  std::string name = joined_with_commas(pieces);
   if (context_.datums.find(name) == nullptr) {
     context_.front_end.write_line(1, "Datum '" + name + "' not found.  Using WGS-84.");
     name = "WGS-84";
@@ -232,7 +259,7 @@ bool CsvReader::read_route_header(Fields fields) {
 
 bool CsvReader::read_named_columns(const CsvFields& fields) {
   context_.store.start_item();
-  if (!columns_->read_row(fields, item(), unknown_times_)) return false;
+  if (!columns_->read_row(fields, separator(), item(), left_out_)) return false;
   accepted_ += 1 - context_.store.push_waypoint(0);
   return true;
 }
@@ -253,6 +280,9 @@ bool CsvReader::take_position(Fields& fields) {
     const geodesy::ParsedPosition parsed = geodesy::parse_position(text, context_.shift.source_ellipsoid());
     if (!parsed.position) return false;
     position = *parsed.position;
+    // A place on the date line comes back a hair beyond it.
+    constexpr double kHair = 1e-6;  // degrees
+    if (std::abs(position.longitude) < 180 + kHair) position.longitude = std::clamp(position.longitude, -180.0, 180.0);
   } else {
     const std::optional<double> latitude = csv_number(fields[0]);
     const std::optional<double> longitude = latitude ? csv_number(fields[1]) : std::nullopt;
@@ -294,20 +324,21 @@ bool CsvReader::take_time(Fields& fields) {
   return true;
 }
 
-// The pieces of a text with commas as one. A blank before a first quote was put there on writing.
+// The pieces of a text with commas as one, in Latin-1. A blank before a first quote was put there on writing.
 std::string CsvReader::text_of(Fields pieces) const {
-  std::string text = joined(pieces, separator());
+  std::string text = joined_with_commas(pieces);
   if (text.starts_with(' ') && base::trim_blanks(text).starts_with('"'))
     text.erase(0, 1);
   else if (as_written_)
     text = split_csv_line(text, '\n')[0];
-  return as_written_ ? text : base::latin1_from_utf8(text);
+  return as_written_ && !has_byte_order_mark_ ? text : base::latin1_from_utf8(text);
 }
 
 void CsvReader::report() const {
   Remarks remarks;
   bad_rows_.remark(remarks, "rows could not be read");
-  remarks.add(unknown_times_, "times are of an unknown form and were left out");
+  remarks.add(left_out_.times, "times are of an unknown form and were left out");
+  remarks.add(left_out_.altitudes, "altitudes are unclear and were left out");
   remarks.say(context_.front_end);
 }
 

@@ -134,6 +134,32 @@ TEST_F(Csv, RecordsWithoutAPositionAreCounted) {
   EXPECT_EQ(front_end.lines[2], "1 items without a position are not written");
 }
 
+TEST_F(Csv, ColoursWithoutAWordAreBlackAndCounted) {
+  start(1, 2).colour = 4;
+  ASSERT_EQ(store.push_waypoint(0), 0);
+  start(1, 3).colour = 5;
+  ASSERT_EQ(store.push_waypoint(0), 0);
+  EXPECT_THAT(base::split(written_rows(), '\n'),
+              ElementsAre(testing::EndsWith(",Yellow,S+C"), testing::EndsWith(",Black,S+C"), ""));
+  EXPECT_EQ(front_end.lines[2], "1 colours have no word and are written as Black");
+}
+
+TEST_F(Csv, PlacesOnTheDateLineAndAtThePolesComeBackFromUtm) {
+  const std::vector<geodesy::Position> places{{10, -180}, {-54.325, 180}, {90, 0}, {-90, 0}};
+  for (const geodesy::Position& place : places) push_waypoint("", place.latitude, place.longitude);
+  options.notation = geodesy::Notation::Utm;
+  const std::string text = write();
+  store.clear_all();
+  ASSERT_EQ(read(text), 4);
+  for (int i = 1; i <= 4; ++i) {
+    const geodesy::Position& place = places[static_cast<std::size_t>(i - 1)];
+    EXPECT_NEAR(store.waypoint(i).position.latitude, place.latitude, 1.1e-8);
+    if (i <= 2) {
+      EXPECT_NEAR(std::abs(store.waypoint(i).position.longitude), 180, 1.1e-8);
+    }
+  }
+}
+
 TEST_F(Csv, WhatWasWrittenIsReadAgain) {
   struct Case {
     geodesy::Notation notation;
@@ -231,6 +257,21 @@ TEST_F(Csv, FilesThatASpreadsheetHasSavedAreTheSame) {
   }
 }
 
+TEST_F(Csv, ATextWhoseCommasBecameOtherSeparatorsHasItsCommasAgain) {
+  ASSERT_EQ(read("Version 2\nW;HARB; east;1,5;2,5;6;1;2002;12;0;0;Fuel; 3;0;Black;S\nR;7;Out; and back;\nE;7\n"), 2);
+  EXPECT_EQ(store.waypoint(1).ident, "HARB, east");
+  EXPECT_EQ(store.waypoint(1).comment, "Fuel, 3");
+  EXPECT_EQ(store.route(7).header->comment, "Out, and back");
+}
+
+TEST_F(Csv, AByteOrderMarkMakesAFileAsWrittenUtf8) {
+  const std::string file = std::string(kHead) + "W,K\xC3\xB6ln \"C\",\"D\",1,2,6,1,2002,12,0,0,,0,Black,S\n";
+  ASSERT_EQ(read("\xEF\xBB\xBF" + file), 1);
+  EXPECT_EQ(store.waypoint(1).ident, "K\xF6ln \"C\",\"D\"");
+  ASSERT_EQ(read(file), 1);
+  EXPECT_EQ(store.waypoint(2).ident, "K\xC3\xB6ln \"C\",\"D\"");
+}
+
 TEST_F(Csv, BadRowsAreCountedAndTheFirstIsNamed) {
   EXPECT_EQ(read_rows("W,A,91,2,6,1,2002,12,0,0,,0,Black,S\n"  // line 5: latitude
                       "W,A,1,nan,6,1,2002,12,0,0,,0,Black,S\n"
@@ -267,6 +308,46 @@ TEST_F(Csv, WaypointsOfOtherProgramsAreReadByTheNamesOfTheirColumns) {
   EXPECT_EQ(front_end.lines[2],
             "1 rows could not be read and were passed over, the first in line 6; "
             "1 times are of an unknown form and were left out");
+}
+
+TEST_F(Csv, AQuoteThatStaysOpenTakesNoOtherRows) {
+  for (const std::string end : {"", "\"C\",9,10\n"}) {
+    SCOPED_TRACE(end);
+    store.clear_all();
+    EXPECT_EQ(read("name,lat,lon\nA,\"1,2\n\"B\nb\",3,4\n\"5 inch,5,6\nD,7,8\n" + end), end.empty() ? 3 : 4);
+    EXPECT_EQ(store.waypoint(1).ident, "B b");
+    EXPECT_EQ(store.waypoint(2).ident, "\"5 inch");
+    EXPECT_EQ(store.waypoint(3).ident, "D");
+    EXPECT_THAT(front_end.lines[2], testing::EndsWith("passed over, the first in line 2"));
+  }
+}
+
+TEST_F(Csv, EachCellOfAForeignPositionIsAnAngleOfItsOwn) {
+  struct Case {
+    std::string_view latitude, longitude;
+    geodesy::Position position;
+  };
+  for (const Case& cells : {Case{"54", "10 08.7", {54, 10.145}}, Case{"54,5", "W 10", {54.5, -10}},
+                            Case{"33 51 30 S", "151 12 30 east", {-33 - 51.5 / 60, 151 + 12.5 / 60}}}) {
+    SCOPED_TRACE(cells.latitude);
+    store.clear_all();
+    ASSERT_EQ(read("lat;lon\n" + std::string(cells.latitude) + ';' + std::string(cells.longitude)), 1);
+    EXPECT_NEAR(store.waypoint(1).position.latitude, cells.position.latitude, 1e-9);
+    EXPECT_NEAR(store.waypoint(1).position.longitude, cells.position.longitude, 1e-9);
+  }
+  EXPECT_EQ(read("lat;lon\n54 10;\n;54 10\n91 N;10\n54;180.005\nE 54;10\n54;10 n\n10 E;54 N\n54;32U 500000\n"), 0);
+  EXPECT_EQ(front_end.lines[2], "8 rows could not be read and were passed over, the first in line 2");
+}
+
+TEST_F(Csv, AnAltitudeWhoseCommaMayBeOfThousandsIsLeftOutAndCounted) {
+  ASSERT_EQ(read("lat,lon,alt\n1,2,\"1,204\"\n1,2,\"1,204.5\"\n1,2,\"1,2\"\n1,2,1.204\n"), 4);
+  EXPECT_FALSE(store::is_known(store.waypoint(1).altitude));
+  EXPECT_FALSE(store::is_known(store.waypoint(2).altitude));
+  EXPECT_EQ(store.waypoint(3).altitude, 1.2F);
+  EXPECT_EQ(store.waypoint(4).altitude, 1.204F);
+  EXPECT_EQ(front_end.lines[2], "2 altitudes are unclear and were left out");
+  ASSERT_EQ(read("lat;lon;alt\n1;2;1,204\n"), 1);
+  EXPECT_EQ(store.waypoint(5).altitude, 1.204F);
 }
 
 TEST_F(Csv, AFileOfSomethingElseIsRefusedOnce) {

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "formats/csv.h"
 #include "formats/line_texts.h"
+#include "formats/remarks.h"
 #include "formats/shifted_positions.h"
 #include "formats/writable_items.h"
 
@@ -35,7 +36,10 @@ class CsvWriter {
     if (options_.tracks) append_tracks();
     for (int i = 1; options_.events && i <= store.event_count(); ++i) append_event(store.event(i));
     for (int number = 0; options_.routes && number < store::kRouteCapacity; ++number) append_route(store.route(number));
-    texts_.report(context_.front_end);
+    Remarks remarks;
+    remarks.add(texts_.summary());
+    remarks.add(wordless_colours_, "colours have no word and are written as Black");
+    remarks.say(context_.front_end);
   }
 
  private:
@@ -98,7 +102,9 @@ class CsvWriter {
     if (!start_row(item, item.kind, text(item.ident))) return;
     append_time(item.time);
     row_ += ',' + text(item.comment) + ',' + std::to_string(item.symbol) + ',';
-    row_ += kCsvColours[item.colour < kCsvColours.size() ? item.colour : 0];
+    const bool has_word = item.colour < kCsvColours.size();
+    wordless_colours_ += has_word ? 0 : 1;
+    row_ += kCsvColours[has_word ? item.colour : 0];
     row_ += ',';
     row_ += kCsvDisplays[item.display_mode == 1 || item.display_mode == 3 ? static_cast<std::size_t>(item.display_mode)
                                                                           : kCsvDisplays.size() - 1];
@@ -136,6 +142,7 @@ class CsvWriter {
   const store::OutputOptions& options_;
   base::TextOutput& out_;
   LineTexts texts_;
+  int wordless_colours_ = 0;
   std::string row_;
 };
 

@@ -36,12 +36,11 @@ std::optional<geodesy::Position> position_at(const Columns& columns, std::size_t
   return geodesy::Position{*latitude, *longitude};
 }
 
-// Where the latitude stands. Of three numbers in five columns, two are the position: the last column of the short
-// order has been seen with whole numbers only.
+// Where the latitude stands. The column behind the short order's position may hold a number too, so a position there
+// is taken even where the longer order has one.
 std::size_t latitude_column(const Columns& columns) {
-  if (columns.size() > kShortOrderColumns || !position_at(columns, kLatitudeInShortOrder)) return kLatitude;
-  const bool fits_both = position_at(columns, kLatitude).has_value();
-  return fits_both && columns.back().find('.') != std::string_view::npos ? kLatitude : kLatitudeInShortOrder;
+  return columns.size() <= kShortOrderColumns && position_at(columns, kLatitudeInShortOrder) ? kLatitudeInShortOrder
+                                                                                             : kLatitude;
 }
 
 // "20020601" or "020601", and "120000" or nothing. Nothing when it is no date.

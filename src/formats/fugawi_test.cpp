@@ -65,10 +65,11 @@ TEST_F(Fugawi, BothOrdersOfColumnsAreRead) {
   for (const Case& line : {
            Case{"A,c,54.5,10.5,x", "c", 54.5, 10.5},
            Case{"A,c,54.5,10.5,33", "c", 54.5, 10.5},  // a number of somebody's
+           Case{"A,c,54.5,10.5,33.5", "c", 54.5, 10.5},
            Case{"A,c,54.5,10.5", "c", 54.5, 10.5},
            Case{"A,c,d,54.5,10.5", "c", 54.5, 10.5},
            Case{"A,,d,54.5,10.5", "d", 54.5, 10.5},
-           Case{"A,c,7,54.5,10.5", "c", 54.5, 10.5},  // a description that is a number
+           Case{"A,c,700,54.5,10.5", "c", 54.5, 10.5},  // a description that is no latitude
            Case{"A,c,7,54.5,10.5,,,", "c", 54.5, 10.5},
            Case{" A , c , , 54.5 , 10.5 , 3.0 ", "c", 54.5, 10.5},
        }) {

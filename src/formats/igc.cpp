@@ -7,6 +7,7 @@
 #include <cmath>
 #include <optional>
 
+#include "base/encoding.h"
 #include "base/text.h"
 #include "formats/line_texts.h"
 #include "formats/remarks.h"
@@ -54,6 +55,24 @@ std::string fai_id(std::string_view competition_id) {
     if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) id += c;
   }
   return padded(id.substr(0, 3));
+}
+
+// Letters without their accents, as the FAI's records take printable ASCII only; '-' for the rest. The settings are
+// Latin-1, or UTF-8 where an editor has saved them so.
+std::string plain_ascii(std::string_view settings_text) {
+  constexpr unsigned char kFirstLetter = 0xC0;
+  constexpr std::string_view kPlainLetters =
+      "AAAAAAACEEEEIIIIDNOOOOOxOUUUUYTs"
+      "aaaaaaaceeeeiiiidnooooo-ouuuuyty";
+  std::string text = base::latin1_from_utf8(settings_text);
+  for (char& c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= kFirstLetter)
+      c = kPlainLetters[byte - kFirstLetter];
+    else if (byte < ' ' || byte > '~')
+      c = '-';
+  }
+  return text;
 }
 
 void append_digits(std::string& out, std::int64_t value, int digits) {
@@ -114,7 +133,8 @@ class IgcWriter {
   void append_header();
   void append_fai_header(const Moment& first);
   void append_line(std::string_view label, std::string_view text) {
-    out_ += std::string(label) + texts_.cleaned(text) + '\n';
+    const std::string cleaned = texts_.cleaned(text);
+    out_ += std::string(label) + (fai_form_ ? plain_ascii(cleaned) : cleaned) + '\n';
   }
   void append_date_if_needed(const Moment& moment);
   void append_date(const Moment& moment);
@@ -277,9 +297,15 @@ std::string make_igc_file_name(std::string_view competition_id, std::int64_t sec
 std::filesystem::path igc_output_name(const store::FileContext& context, const store::OutputOptions& options,
                                       const std::filesystem::path& path) {
   const store::Settings& settings = context.settings;
-  if (settings.IGCCompatibleFilename == 0 || context.store.track_point_count() == 0) return path;
   const bool fai_form = settings.IGCStandard != 0;
-  const std::int64_t seconds = local_seconds(context.store.track_point(1).time, fai_form ? 0 : options.offset_seconds);
+  const auto is_fix = [](const ItemRecord& point) {
+    return point.in_use != 0 && is_on_globe(point.position) && point.time.seconds != 0;
+  };
+  int first = 1;
+  while (fai_form && first <= context.store.track_point_count() && !is_fix(context.store.track_point(first))) ++first;
+  if (settings.IGCCompatibleFilename == 0 || first > context.store.track_point_count()) return path;
+  const store::GarminTime time = context.store.track_point(first).time;
+  const std::int64_t seconds = local_seconds(time, fai_form ? 0 : options.offset_seconds);
   return path.parent_path() / make_igc_file_name(settings.ContestID, seconds, fai_form);
 }
 

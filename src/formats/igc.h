@@ -24,8 +24,8 @@ namespace formats {
 // the ID has three letters or digits.
 [[nodiscard]] std::string make_igc_file_name(std::string_view competition_id, std::int64_t seconds, bool fai_form);
 
-// With IGCCompatibleFilename on, the path with the short name of the flight in place of its own; else as it is, and
-// when there is no track point.
+// With IGCCompatibleFilename on, the path with the short name of the flight in place of its own: that of the first
+// track point or, in the FAI's form, of the first that is written. Else as it is, and when there is no such point.
 [[nodiscard]] std::filesystem::path igc_output_name(const store::FileContext& context,
                                                     const store::OutputOptions& options,
                                                     const std::filesystem::path& path);

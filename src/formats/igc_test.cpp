@@ -119,6 +119,16 @@ TEST_F(Igc, TheShortNameTakesThePlaceOfTheChosenOne) {
   EXPECT_EQ(igc_output_name(context, options, "any.igc"), "0BF4XY11.igc");
 }
 
+TEST_F(Igc, InTheFaisFormTheShortNameIsThatOfTheFirstPointInTheFile) {
+  settings.IGCCompatibleFilename = settings.IGCStandard = 1;
+  settings.ContestID = "XY1";
+  push_track_point(1, 2, 0);
+  push_track_point(91, 2, kFlight - 86400);
+  EXPECT_EQ(igc_output_name(context, options, "any.igc"), "any.igc");
+  push_track_point(1, 2, kFlight);
+  EXPECT_EQ(igc_output_name(context, options, "any.igc"), "0BEXXY11.igc");
+}
+
 TEST_F(Igc, NoCompetitionIdLeavesTheFolder) {
   EXPECT_EQ(make_igc_file_name("7", kFlight, false),
             "0BE4"
@@ -164,6 +174,16 @@ TEST_F(Igc, InTheFaisFormADayWithoutAFixHasItsDateWritten) {
   push_track_point(1, 2, kFlight + 2 * 86400);
   EXPECT_EQ(lines("HFDTE"), (std::vector<std::string>{"HFDTE141100", "HFDTE161100"}));
   EXPECT_THAT(front_end.lines[2], HasSubstr("more than one flight"));
+}
+
+TEST_F(Igc, TheFaisFormHasPlainAsciiTexts) {
+  settings.Pilot = "J\xF6rg \xC5strand\x80\xFF";
+  push_track_point(1, 2, kFlight);
+  EXPECT_THAT(write(), HasSubstr("HOPLTPILOT: J\xF6rg \xC5strand\x80\xFF\n"));
+  settings.IGCStandard = 1;
+  EXPECT_THAT(write(), HasSubstr("HFPLTPILOTINCHARGE:Jorg Astrand-y\n"));
+  settings.Pilot = "J\xC3\xB6rg";
+  EXPECT_THAT(write(), HasSubstr("HFPLTPILOTINCHARGE:Jorg\n"));
 }
 
 TEST_F(Igc, OnlyTheFaisFormKeepsAltitudes) {
