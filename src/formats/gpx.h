@@ -30,11 +30,12 @@ inline constexpr store::Kept kGpxKeeps{
 // declaration. UTF-16 too.
 [[nodiscard]] bool recognises_gpx(std::string_view first_line);
 
-// Refuses what is no whole XML document and what is no GPX. Points without a valid position are passed over. A
-// waypoint with an alarm distance becomes a waypoint and a proximity waypoint.
+// Refuses what is no whole XML document, what has anything beside it, and what is no GPX. Points without a valid
+// position are passed over. A waypoint with an alarm distance becomes a waypoint and a proximity waypoint.
 [[nodiscard]] int read_gpx(const store::FileContext& context, base::TextInput& input, const std::string& file_name);
 
-// What is written reads back as it was, texts in characters of Windows beyond Latin-1 apart.
+// What is written reads back as it was, apart from characters of Windows beyond Latin-1 in texts, and the longitude
+// 180, which comes back as -180: the same place.
 [[nodiscard]] bool write_gpx(const store::FileContext& context, const store::OutputOptions& options,
                              base::TextOutput& out);
 

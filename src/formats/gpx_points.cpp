@@ -7,19 +7,12 @@
 #include "formats/iso_time.h"
 #include "formats/remarks.h"
 #include "formats/writable_items.h"
-#include "formats/xml_elements.h"
 
 namespace formats {
 namespace {
 
 using pugi::xml_node;
 using store::ItemRecord;
-
-// Metres that a record can hold; anything else leaves the value as it is.
-void read_metres(xml_node element, float& metres) {
-  const std::optional<double> value = base::parse_number(base::trim_blanks(text_of(element)));
-  if (value && std::abs(*value) < static_cast<double>(store::kNotKnown)) metres = static_cast<float>(*value);
-}
 
 // Two digits for each byte; any other text leaves the bytes as they are.
 void read_hex(std::string_view text, std::array<std::uint8_t, 18>& bytes) {
@@ -33,56 +26,74 @@ void read_hex(std::string_view text, std::array<std::uint8_t, 18>& bytes) {
   bytes = read;
 }
 
+bool is_one_of(std::string_view name_space, const auto& namespaces) {
+  return std::ranges::find(namespaces, name_space) != namespaces.end();
+}
+
 }  // namespace
-
-bool is_makers(xml_node element) {
-  return std::ranges::find(kMakerNamespaces, namespace_of(element)) != kMakerNamespaces.end();
-}
-
-bool is_own(xml_node element, std::string_view name) {
-  return local_name(element) == name && namespace_of(element) == kOwnNamespace;
-}
-
-int line_of(std::ptrdiff_t offset, std::string_view contents, pugi::xml_encoding encoding) {
-  // In other encodings the parser counts in bytes that the file does not have.
-  if (encoding != pugi::encoding_utf8 || offset < 0) return 0;
-  return static_cast<int>(std::ranges::count(contents.substr(0, static_cast<std::size_t>(offset)), '\n')) + 1;
-}
 
 void GpxRemarks::report(base::FrontEnd& front_end) const {
   Remarks remarks;
   const std::string first_line = first_point_line == 0 ? "" : ", the first in line " + std::to_string(first_point_line);
   remarks.add(points, "points have no valid position and were passed over" + first_line);
+  remarks.add(routes, "routes found no room");
   remarks.add(times, "times could not be read");
+  remarks.add(metres, "altitudes, depths or distances could not be read");
   remarks.add(cut_texts, "texts are longer than records hold and were cut");
   remarks.add(substitutes, "characters that receivers do not have were replaced");
   remarks.add(symbols, "symbols are not known and became dots, the first '" + first_symbol + "'");
   remarks.say(front_end);
 }
 
-GpxPointReader::GpxPointReader(xml_node root, std::string_view contents, pugi::xml_encoding encoding)
-    : root_prefix_(prefix_of(root)), root_namespace_(namespace_of(root)), contents_(contents), encoding_(encoding) {}
+GpxPointReader::GpxPointReader(const XmlDocument& document)
+    : document_(document), root_prefix_(prefix_of(document.root())), root_namespace_(namespaces_.of(document.root())) {}
 
-std::string_view GpxPointReader::gpx_name(xml_node element) const {
+std::string_view GpxPointReader::gpx_name(xml_node element) {
   const bool is_as_root = prefix_of(element) == root_prefix_ && !declares_namespaces(element);
-  const std::string_view name_space = is_as_root ? root_namespace_ : namespace_of(element);
-  return name_space.empty() || name_space == root_namespace_ ? local_name(element) : std::string_view();
+  const std::string_view name_space = is_as_root ? root_namespace_ : namespaces_.of(element);
+  const bool is_gpx = name_space.empty() || name_space == root_namespace_ || is_one_of(name_space, kGpxNamespaces);
+  return is_gpx ? local_name(element) : std::string_view();
+}
+
+bool GpxPointReader::is_makers(xml_node element) { return is_one_of(namespaces_.of(element), kMakerNamespaces); }
+
+bool GpxPointReader::is_own(xml_node element, std::string_view name) {
+  return local_name(element) == name && namespaces_.of(element) == kOwnNamespace;
+}
+
+std::string GpxPointReader::latin1(std::string_view utf8) {
+  std::string text = base::latin1_from_utf8(utf8, &remarks_.substitutes);
+  for (char& c : text) {
+    if (static_cast<unsigned char>(c) >= ' ' && c != '\x7F') continue;
+    c = '-';
+    ++remarks_.substitutes;
+  }
+  return text;
 }
 
 bool GpxPointReader::read_position(xml_node point, ItemRecord& item) {
   const auto degrees = [point](const char* name) {
-    return base::parse_number(base::trim_blanks(point.attribute(name).value()));
+    return base::parse_number(base::trim_blanks(attribute_of(point, name)));
   };
   const std::optional<double> latitude = degrees("lat");
   const std::optional<double> longitude = degrees("lon");
   if (latitude && longitude) item.position = {*latitude, *longitude};
   if (latitude && longitude && is_on_globe(item.position)) return true;
-  if (remarks_.points++ == 0) remarks_.first_point_line = line_of(point.offset_debug(), contents_, encoding_);
+  if (remarks_.points++ == 0) remarks_.first_point_line = document_.line_of(point);
   return false;
 }
 
+// Metres that a record can hold; anything else leaves the value as it is.
+void GpxPointReader::read_metres(xml_node element, float& metres) {
+  const std::string text = value_of(element);
+  const std::optional<double> value = base::parse_number(text);
+  const bool fits = value && std::abs(*value) < static_cast<double>(store::kNotKnown);
+  if (fits) metres = static_cast<float>(*value);
+  if (!fits && !text.empty()) ++remarks_.metres;
+}
+
 void GpxPointReader::read_time(xml_node element, store::GarminTime& time) {
-  const std::optional<store::GarminTime> read = parse_iso_time(base::trim_blanks(text_of(element)));
+  const std::optional<store::GarminTime> read = parse_iso_time(value_of(element));
   if (!read) ++remarks_.times;
   time = read.value_or(time);
 }
@@ -112,8 +123,8 @@ void GpxPointReader::read_named_point(xml_node element, GpxPoint& point) {
     if (name == "name") take_text(text_of(field), point.item.ident);
     if (name == "cmt") comment = text_of(field);
     if (name == "desc") description = text_of(field);
-    if (name == "sym") symbol = text_of(field);
-    if (name == "type") point.type = text_of(field);
+    if (name == "sym") symbol = value_of(field);
+    if (name == "type") point.type = value_of(field);
     if (name == "extensions" || name.empty()) read_extensions(field, point);
   }
   take_text(comment.empty() ? description : comment, point.item.comment);
@@ -142,9 +153,9 @@ void GpxPointReader::read_extension(xml_node extension, GpxPoint& point) {
     read_own_item(extension, point);
   } else if (is_own(extension, "link")) {
     GpxLink& link = point.link.emplace();
-    read_whole_number(extension.attribute("class").value(), link.link_class);
-    read_hex(extension.attribute("subclass").value(), link.subclass);
-    take_text(extension.attribute("ident").value(), link.ident);
+    read_whole_number(attribute_of(extension, "class"), link.link_class);
+    read_hex(attribute_of(extension, "subclass"), link.subclass);
+    take_text(attribute_of(extension, "ident"), link.ident);
   } else {
     read_makers_field(extension, point);
   }
@@ -158,10 +169,10 @@ void GpxPointReader::read_makers_field(xml_node field, GpxPoint& point) {
     read_metres(field, metres);
     if (store::is_known(metres)) point.alarm = metres;
   }
-  if (name == "Subclass" && is_makers(field)) read_hex(text_of(field), point.item.subclass);
+  if (name == "Subclass" && is_makers(field)) read_hex(value_of(field), point.item.subclass);
   if (name == "DisplayMode" && is_makers(field))
     for (const GpxDisplayWord& known : kGpxDisplayWords)
-      if (known.word == text_of(field)) point.item.display_mode = known.mode;
+      if (known.word == value_of(field)) point.item.display_mode = known.mode;
   if (name != "Address" || !is_makers(field)) return;
   for (const xml_node part : field.children()) {
     for_each_field(kAddressTexts, [&](const auto& row) {
@@ -171,15 +182,14 @@ void GpxPointReader::read_makers_field(xml_node field, GpxPoint& point) {
 }
 
 void GpxPointReader::read_own_item(xml_node element, GpxPoint& point) {
-  point.is_only_waypoint = std::string_view(element.attribute("kind").value()) == "W";
+  point.is_only_waypoint = attribute_of(element, "kind") == "W";
   point.has_symbol = !element.attribute("symbol").empty();
-  for_each_field(kOwnNumbers, [&](const auto& row) {
-    read_whole_number(element.attribute(row.first).value(), point.item.*row.second);
-  });
+  for_each_field(kOwnNumbers,
+                 [&](const auto& row) { read_whole_number(attribute_of(element, row.first), point.item.*row.second); });
   if (point.item.detail_kind > store::kRouteLinkDetails) point.item.detail_kind = store::kNoDetails;
-  read_hex(element.attribute("subclass").value(), point.item.subclass);
+  read_hex(attribute_of(element, "subclass"), point.item.subclass);
   for_each_field(kOwnTexts,
-                 [&](const auto& row) { take_text(element.attribute(row.first).value(), point.item.*row.second); });
+                 [&](const auto& row) { take_text(attribute_of(element, row.first), point.item.*row.second); });
 }
 
 }  // namespace formats

@@ -14,6 +14,8 @@
 #include "base/front_end.h"
 #include "base/text.h"
 #include "formats/gpx_terms.h"
+#include "formats/xml_document.h"
+#include "formats/xml_elements.h"
 
 namespace formats {
 
@@ -38,6 +40,8 @@ struct GpxPoint {
 struct GpxRemarks {
   int points = 0, first_point_line = 0;
   int times = 0;
+  int metres = 0;
+  int routes = 0;
   int cut_texts = 0;
   int substitutes = 0;
   int symbols = 0;
@@ -49,19 +53,22 @@ struct GpxRemarks {
 
 class GpxPointReader {
  public:
-  // The document and the bytes that it came from, in which lines are counted; both must outlive the reader.
-  GpxPointReader(pugi::xml_node root, std::string_view contents, pugi::xml_encoding encoding);
+  // The document must outlive the reader.
+  explicit GpxPointReader(const XmlDocument& document);
 
   // The local name of an element of GPX, empty for one of others.
-  [[nodiscard]] std::string_view gpx_name(pugi::xml_node element) const;
+  [[nodiscard]] std::string_view gpx_name(pugi::xml_node element);
+  // The element is of the maker's extensions.
+  [[nodiscard]] bool is_makers(pugi::xml_node element);
+  // The element is our own of that name.
+  [[nodiscard]] bool is_own(pugi::xml_node element, std::string_view name);
   // False, and counted, where the point has no valid position.
   bool read_position(pugi::xml_node point, store::ItemRecord& item);
   void read_named_point(pugi::xml_node element, GpxPoint& point);
   void read_track_point(pugi::xml_node element, store::ItemRecord& item);
 
-  [[nodiscard]] std::string latin1(std::string_view utf8) {
-    return base::latin1_from_utf8(utf8, &remarks_.substitutes);
-  }
+  // Control characters become '-', as in files that are written.
+  [[nodiscard]] std::string latin1(std::string_view utf8);
   template <std::size_t N>
   void take_text(std::string_view utf8, base::FixedText<N>& field) {
     const std::string text = latin1(utf8);
@@ -70,9 +77,12 @@ class GpxPointReader {
     field = is_code && text.size() > N ? std::string() : text;
   }
 
+  // A route found no room.
+  void leave_out_route() { ++remarks_.routes; }
   [[nodiscard]] const GpxRemarks& remarks() const { return remarks_; }
 
  private:
+  void read_metres(pugi::xml_node element, float& metres);
   void read_time(pugi::xml_node element, store::GarminTime& time);
   void read_extensions(pugi::xml_node element, GpxPoint& point);
   void read_extension(pugi::xml_node extension, GpxPoint& point);
@@ -80,18 +90,11 @@ class GpxPointReader {
   void read_own_item(pugi::xml_node element, GpxPoint& point);
   void take_symbol(const std::string& name, GpxPoint& point);
 
+  const XmlDocument& document_;
+  Namespaces namespaces_;
   std::string_view root_prefix_, root_namespace_;
-  std::string_view contents_;
-  pugi::xml_encoding encoding_;
   GpxRemarks remarks_;
 };
-
-// The element is of the maker's extensions.
-[[nodiscard]] bool is_makers(pugi::xml_node element);
-// The element is our own of that name.
-[[nodiscard]] bool is_own(pugi::xml_node element, std::string_view name);
-// The line of a byte of a document, from 1; 0 where nobody knows.
-[[nodiscard]] int line_of(std::ptrdiff_t offset, std::string_view contents, pugi::xml_encoding encoding);
 
 // The text as a number, blanks around it aside; nothing changes where it is none or does not fit.
 template <typename Number>

@@ -2,11 +2,9 @@
 #include <pugixml.hpp>
 
 #include "base/reading_progress.h"
-#include "base/text.h"
 #include "formats/gpx.h"
 #include "formats/gpx_points.h"
 #include "formats/symbol_names.h"
-#include "formats/xml_elements.h"
 
 namespace formats {
 namespace {
@@ -62,7 +60,7 @@ class GpxReader {
     store_.CurrentItem = point.item;
   }
 
-  // Each of these is false when nothing more is to be read.
+  // Each of these is false when the user ends it.
 
   bool read_waypoint(xml_node element) {
     if (!go_on()) return false;
@@ -84,6 +82,18 @@ class GpxReader {
   }
 
   bool read_route(xml_node route) {
+    if (!start_route(route)) {
+      points_.leave_out_route();
+      return true;
+    }
+    for (const xml_node element : route.children())
+      if (points_.gpx_name(element) == "rtept" && !read_route_point(element)) return false;
+    return true;
+  }
+
+  // False when there is no room for it; the store says so at the first one.
+  bool start_route(xml_node route) {
+    if (store_.route_overflow()) return false;
     std::uint32_t wanted = 1;
     std::string name;
     std::optional<std::string> ident;
@@ -93,24 +103,12 @@ class GpxReader {
       if (what == "number") read_whole_number(text_of(element), wanted);
       if (what != "extensions") continue;
       for (const xml_node extension : element.children())
-        if (is_own(extension, "route")) ident = points_.latin1(extension.attribute("ident").value());
+        if (points_.is_own(extension, "route")) ident = points_.latin1(attribute_of(extension, "ident"));
     }
-    const std::uint32_t number = free_route(wanted < store::kRouteCapacity ? wanted : 1);
+    const std::uint32_t number = store_.free_route(wanted < store::kRouteCapacity ? wanted : 1);
     store_.start_route(number, ident.value_or(route_number_text(number)), "");
     points_.take_text(name, store_.CurrentItem.comment);
-    if (!count(store_.push_route(true))) return false;
-    for (const xml_node element : route.children())
-      if (points_.gpx_name(element) == "rtept" && !read_route_point(element)) return false;
-    return true;
-  }
-
-  // The next free one from `wanted` on, else the first free one of all; `wanted` when there is none.
-  [[nodiscard]] std::uint32_t free_route(std::uint32_t wanted) const {
-    for (std::uint32_t i = 0; i < store::kRouteCapacity; ++i) {
-      const std::uint32_t number = (wanted + i) % store::kRouteCapacity;
-      if (!store_.route(static_cast<int>(number)).header) return number;
-    }
-    return wanted;
+    return count(store_.push_route(true));
   }
 
   bool read_route_point(xml_node element) {
@@ -127,7 +125,7 @@ class GpxReader {
   bool read_track(xml_node track) {
     const TrackHead head = read_head(track);
     store_.forget_pending_track();
-    bool starts_log = head.is_log;
+    bool starts_log = head.is_log || has_logs_;
     for (const xml_node segment : track.children()) {
       if (points_.gpx_name(segment) != "trkseg") continue;
       bool starts_segment = true;
@@ -139,6 +137,7 @@ class GpxReader {
         points_.read_track_point(element, item);
         if (starts_log) {
           store_.start_track_log(head.name, store::kColourNames[head.colour], head.style);
+          has_logs_ = true;
         } else if (starts_segment) {
           store_.start_segment();
         }
@@ -159,20 +158,20 @@ class GpxReader {
       if (what != "extensions") continue;
       for (const xml_node extension : element.children()) read_track_extension(extension, head);
     }
-    head.is_log = head.is_log || !head.name.empty();
+    head.is_log = head.is_log || !head.name.empty() || head.colour != store::kDefaultColour;
     return head;
   }
 
-  static void read_track_extension(xml_node extension, TrackHead& head) {
-    if (is_own(extension, "track")) {
+  void read_track_extension(xml_node extension, TrackHead& head) {
+    if (points_.is_own(extension, "track")) {
       head.is_log = true;
-      read_whole_number(extension.attribute("style").value(), head.style.emplace());
+      read_whole_number(attribute_of(extension, "style"), head.style.emplace());
     }
     if (local_name(extension) != "TrackExtension") return;
     for (const xml_node element : extension.children()) {
-      if (local_name(element) != "DisplayColor" || !is_makers(element)) continue;
+      if (local_name(element) != "DisplayColor" || !points_.is_makers(element)) continue;
       for (std::uint8_t colour = 0; colour < store::kDefaultColour; ++colour)
-        if (gpx_colour_name(colour) == text_of(element)) head.colour = colour;
+        if (gpx_colour_name(colour) == value_of(element)) head.colour = colour;
     }
   }
 
@@ -182,6 +181,7 @@ class GpxReader {
   base::ReadingProgress& progress_;
   int accepted_ = 0;
   bool is_aborted_ = false;
+  bool has_logs_ = false;  // to which the points of a track without a name would be added
   bool waypoints_full_ = false, track_points_full_ = false;
 };
 
@@ -199,20 +199,15 @@ int read_gpx(const store::FileContext& context, base::TextInput& input, const st
     return -1;
   };
   base::ReadingProgress progress(context.front_end, input);
-  const std::string_view contents = input.rest();
-  pugi::xml_document document;
-  constexpr unsigned kOptions =
-      pugi::parse_cdata | pugi::parse_escapes | pugi::parse_eol | pugi::parse_ws_pcdata_single;
-  const pugi::xml_parse_result result = document.load_buffer(contents.data(), contents.size(), kOptions);
-  if (!result) {
-    const int line = line_of(result.offset, contents, result.encoding);
-    return refuse(file_name + " is no whole XML document: " + (line == 0 ? "" : "line " + std::to_string(line) + ": ") +
-                  result.description());
-  }
-  const xml_node root = document.document_element();
+  const XmlDocument document(input.rest());
+  if (!document.fault().empty()) return refuse(file_name + " is no whole XML document: " + document.fault());
+  const xml_node root = document.root();
   if (local_name(root) != "gpx")
     return refuse(file_name + " holds no GPX data but an XML document '" + base::latin1_from_utf8(root.name()) + "'");
-  GpxPointReader points(root, contents, result.encoding);
+  if (!document.unread_encoding().empty())
+    context.front_end.write_line(1, "The file is in the encoding " + document.unread_encoding() +
+                                        ", of which only plain letters are read: other letters may be wrong.");
+  GpxPointReader points(document);
   return GpxReader(context, points, progress).read(root);
 }
 

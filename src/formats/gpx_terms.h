@@ -17,7 +17,9 @@
 
 namespace formats {
 
-inline constexpr std::string_view kGpxNamespace = "http://www.topografix.com/GPX/1/1";
+// The first one is written.
+inline constexpr std::array<std::string_view, 2> kGpxNamespaces{"http://www.topografix.com/GPX/1/1",
+                                                                "http://www.topografix.com/GPX/1/0"};
 inline constexpr std::string_view kOwnNamespace = "urn:pelorix:gpx:1";
 // The first one is written; the others hold the same terms.
 inline constexpr std::array<std::string_view, 6> kMakerNamespaces{

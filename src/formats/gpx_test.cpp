@@ -93,9 +93,10 @@ TEST_F(Gpx, TimesOfAnyZonePlacesAtTheDateLineAndForeignLettersAreRead) {
   for (int i = 2; i <= 6; ++i) EXPECT_EQ(store.track_point(i).altitude, store::kNotKnown) << i;
   EXPECT_EQ(store.track_point(3).position.longitude, 180);
   for (int i = 5; i <= 6; ++i) EXPECT_EQ(store.track_point(i).time.seconds, 0U) << i;
-  EXPECT_EQ(front_end.lines[2],
-            "4 points have no valid position and were passed over, the first in line 12; 1 times could not be read; "
-            "11 characters that receivers do not have were replaced");
+  EXPECT_EQ(
+      front_end.lines[2],
+      "4 points have no valid position and were passed over, the first in line 12; 1 times could not be read; "
+      "2 altitudes, depths or distances could not be read; 11 characters that receivers do not have were replaced");
 }
 
 TEST_F(Gpx, TextsThatAreNoTimesAreRefused) {
@@ -119,6 +120,10 @@ TEST_F(Gpx, WhatIsNoGpxIsRefusedInOneBoxAndLeavesTheStoreAlone) {
                         Case{"<kml xmlns=\"http://www.opengis.net/kml/2.2\"></kml>",
                              "a file holds no GPX data but an XML document 'kml'"},
                         Case{"", "a file is no whole XML document: "},
+                        Case{"<gpx></gpx>\n<?xml version=\"1.0\"?>\n<gpx></gpx>", "line 3: more than one document"},
+                        Case{"<gpx><wpt lat=\"1\" lon=\"2\"/></gpx>\nrest", "text outside the document"},
+                        Case{"rest<gpx><wpt lat=\"1\" lon=\"2\"/></gpx>", "text outside the document"},
+                        Case{std::string_view("<gpx></gpx>\0\0<gpx></gpx>", 24), "text outside the document"},
                         Case{"<?xml version=\"1.0\"?>", "a file is no whole XML document: "}}) {
     front_end.boxes.clear();
     EXPECT_EQ(read(c.text), -1);
@@ -144,6 +149,70 @@ TEST_F(Gpx, FilesInUtf16AreReadAsWell) {
   EXPECT_FALSE(recognises_gpx("W  KIEL"));
 }
 
+TEST_F(Gpx, TheDeclaredEncodingIsReadOrSaidToBeUnread) {
+  struct Case {
+    std::string_view encoding, name, read;
+    bool is_unread;
+  };
+  for (const Case& c :
+       {Case{"windows-1252", "K\xFCste \x80", "K\xFCste EUR", false}, Case{"Latin1", "K\xFCste", "K\xFCste", false},
+        // What would be one letter of UTF-8.
+        Case{"ISO-8859-1", "\xC3\xBC", "\xC3\xBC", false}, Case{"UTF-8", "K\xC3\xBCste", "K\xFCste", false},
+        Case{"utf-16", "K\xC3\xBCste", "K\xFCste", false}, Case{"windows-1251", "\xC3\xBCste", "\xC3\xBCste", true}}) {
+    store.clear_all();
+    front_end.lines.clear();
+    EXPECT_EQ(read("<?xml version='1.0' encoding='" + std::string(c.encoding) +
+                   "'?>\n<gpx><wpt lat=\"1\" lon=\"2\"><name>" + std::string(c.name) + "</name></wpt></gpx>"),
+              1);
+    EXPECT_EQ(store.waypoint(1).ident, c.read) << c.encoding;
+    EXPECT_EQ(front_end.lines[1], c.is_unread ? "The file is in the encoding windows-1251, of which only plain letters "
+                                                "are read: other letters may be wrong."
+                                              : "");
+  }
+}
+
+// Characters that are none would end a text, or be bytes of no letter.
+TEST_F(Gpx, TextsHoldCharactersOnly) {
+  EXPECT_EQ(read_elements("<wpt lat=\"1\" lon=\"2\"><name>A&#0;B&#xD83D;C&#x110000;&#1;\x02&#233;&#x20AC;</name>"
+                          "<cmt>&lt;b&gt; &amp;amp; &ouml; &; AT&T &quot;<![CDATA[&lt;]]></cmt></wpt>"),
+            1);
+  EXPECT_EQ(store.waypoint(1).ident,
+            "A?B?C??\x2D\xE9"
+            "EUR");
+  EXPECT_EQ(store.waypoint(1).comment, "<b> &amp; &ouml; &; AT&T \"&lt;");
+  EXPECT_EQ(front_end.lines[2], "6 characters that receivers do not have were replaced");
+}
+
+TEST_F(Gpx, WhiteSpaceAroundValuesIsNoPartOfThem) {
+  EXPECT_EQ(read_elements("<wpt lat=\"1\n\" lon=\"\t2\"><name>\tA  B</name><sym> Residence </sym><ele>\r\n 7\t</ele>"
+                          "<time> 2002-06-01T12:00:00Z </time></wpt>"
+                          "<wpt lat=\"1\" lon=\"3\"><ele>12 m</ele><type> event </type></wpt>"
+                          "<wpt lat=\"1\" lon=\"3\"><ele>1,5</ele></wpt><wpt lat=\"1\" lon=\"4\"><ele/></wpt>"),
+            4);
+  const store::ItemRecord first = store.waypoint(1);
+  EXPECT_EQ(first.ident, "A B");
+  EXPECT_EQ(first.symbol, 10);
+  EXPECT_EQ(first.altitude, 7);
+  EXPECT_EQ(first.time.seconds, kNoon);
+  EXPECT_FALSE(store::is_known(store.event(1).altitude));
+  EXPECT_FALSE(store::is_known(store.waypoint(2).altitude));
+  EXPECT_EQ(front_end.lines[2], "2 altitudes, depths or distances could not be read");
+}
+
+TEST_F(Gpx, ElementsOfBothVersionsAreReadHoweverManyNamespacesThereAre) {
+  std::string declarations;
+  for (int i = 0; i < 20; ++i) declarations += " xmlns:n" + std::to_string(i) + "=\"http://example.org\"";
+  EXPECT_EQ(read("<gpx xmlns=\"http://www.topografix.com/GPX/1/1\"" + declarations +
+                 " xmlns:old=\"http://www.topografix.com/GPX/1/0\""
+                 " xmlns:x=\"http://www.garmin.com/xmlschemas/GpxExtensions/v3\">"
+                 "<old:wpt lat=\"1\" lon=\"2\"><n3:name>NO</n3:name><name>YES</name><old:ele>5</old:ele>"
+                 "<extensions><x:Depth>6</x:Depth><n19:Depth>7</n19:Depth></extensions></old:wpt></gpx>"),
+            1);
+  EXPECT_EQ(store.waypoint(1).ident, "YES");
+  EXPECT_EQ(store.waypoint(1).altitude, 5);
+  EXPECT_EQ(store.waypoint(1).depth, 6);
+}
+
 TEST_F(Gpx, DocumentsOfAnyDepthAreRead) {
   std::string deep;
   constexpr int kDepth = 100000;
@@ -158,6 +227,30 @@ TEST_F(Gpx, AnEmptyTrackGivesItsNameToNoOther) {
   EXPECT_EQ(read_elements("<trk>" + point + "</trk><trk><name>A</name><trkseg/></trk><trk>" + point + "</trk>"), 2);
   EXPECT_EQ(store.track_point(2).segment_flag, store::kStartsSegment);
   EXPECT_EQ(store.track_point(2).ident, "");
+}
+
+TEST_F(Gpx, ATrackWithoutANameIsNoPartOfTheLogBefore) {
+  const std::string point = "<trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk>";
+  EXPECT_EQ(read("<gpx xmlns:x=\"http://www.garmin.com/xmlschemas/GpxExtensions/v3\"><trk>" + point +
+                 "<trk><extensions><x:TrackExtension><x:DisplayColor>Red</x:DisplayColor></x:TrackExtension>"
+                 "</extensions>" +
+                 point + "<trk>" + point + "</gpx>"),
+            3);
+  EXPECT_EQ(store.track_point(1).segment_flag, store::kStartsSegment);
+  for (const int i : {2, 3}) {
+    EXPECT_EQ(store.track_point(i).segment_flag, store::kStartsNamedTrack);
+    EXPECT_EQ(store.track_point(i).ident, "");
+    EXPECT_EQ(store::kColourNames[store.track_point(i).colour], i == 2 ? "Red" : "Default Color");
+  }
+}
+
+TEST_F(Gpx, RoutesWithoutRoomLetTheRestBeRead) {
+  std::string elements;
+  for (int i = 0; i < 102; ++i) elements += "<rte><rtept lat=\"1\" lon=\"2\"/></rte>";
+  EXPECT_EQ(read_elements(elements + "<trk><trkseg><trkpt lat=\"1\" lon=\"2\"/></trkseg></trk>"), 201);
+  EXPECT_EQ(store.track_point_count(), 1);
+  EXPECT_EQ(front_end.boxes.size(), 1U);
+  EXPECT_EQ(front_end.lines[2], "2 routes found no room");
 }
 
 TEST_F(Gpx, RoutesWithoutAFreeNumberOfTheirOwnTakeAnother) {

@@ -75,7 +75,7 @@ class GpxWriter {
   void append_head() {
     text_ += R"(<?xml version="1.0" encoding="UTF-8"?>)"
              "\n<gpx version=\"1.1\" creator=\"Pelorix\" xmlns=\"";
-    text_ += kGpxNamespace;
+    text_ += kGpxNamespaces[0];
     text_ += "\" xmlns:gpxx=\"";
     text_ += kMakerNamespaces[0];
     text_ += "\" xmlns:pelorix=\"";

@@ -9,7 +9,8 @@
 
 namespace formats {
 
-// What can be seen in the file. Routes are lines, whose points have neither names nor times.
+// What can be seen in the file. Routes are lines, whose points have neither names nor times. A segment keeps its times
+// where all its points have one; others are counted.
 inline constexpr store::Properties kKmlPointKeeps =
     store::kKeepsItems | store::kKeepsNames | store::kKeepsComments | store::kKeepsSymbols | store::kKeepsTimes |
     store::kKeepsAltitudes | store::kKeepsDepths | store::kKeepsDistances | store::kKeepsAddresses;
@@ -19,7 +20,7 @@ inline constexpr store::Kept kKmlKeeps{
     .proximity = kKmlPointKeeps,
     .tracks = store::kKeepsItems | store::kKeepsTimes | store::kKeepsAltitudes | store::kKeepsTitles |
               store::kKeepsSegments | store::kKeepsLines,
-    .events = store::kKeepsOfEvents & ~store::kKeepsDisplay};
+    .events = store::kKeepsOfEvents & ~(store::kKeepsDisplay | store::kKeepsColours)};
 
 // One folder for each kind of items. Heights count as such only where every point of a line has one.
 [[nodiscard]] bool write_kml(const store::FileContext& context, const store::OutputOptions& options,

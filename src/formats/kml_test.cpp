@@ -65,23 +65,43 @@ TEST_F(Kml, LinesAreInTheAirOnlyWhereAllTheirHeightsAreKnown) {
                         "<coordinates>\n10,54,12.5\n10,54.5\n</coordinates></LineString></Placemark>\n</Folder>\n"));
 }
 
+TEST_F(Kml, ALineOfOnePointIsAPoint) {
+  store.start_route(7, "07", "");
+  (void)store.push_route(true);
+  start(1, 2);
+  (void)store.push_route(true);
+  push_point_of_track(54, 12.5F, 0);
+  const std::string text = write();
+  EXPECT_THAT(text, HasSubstr("</ExtendedData><Point><coordinates>2,1</coordinates></Point></Placemark>\n"));
+  EXPECT_THAT(text, HasSubstr("<Placemark><Point><altitudeMode>absolute</altitudeMode><coordinates>10,54,12.5"
+                              "</coordinates></Point></Placemark>\n"));
+}
+
+// A track has no place for a point without a time.
 TEST_F(Kml, TimedSegmentsOfALogAreTracksOfItsNameAndColour) {
   store.start_track_log("A & B", "Dark Red", 3);
   push_point_of_track(54, 12.5F, kNoon);
-  push_point_of_track(54.5, 13, 0);
+  push_point_of_track(54.5, 13, kNoon + 1);
   store.start_segment();
   push_point_of_track(55, store::kNotKnown, kNoon + 5);
+  store.start_segment();
+  for (const std::uint32_t seconds : {kNoon + 6, kNoon + 7, 0U}) push_point_of_track(56, store::kNotKnown, seconds);
   const std::string head =
-      "<Placemark><name>A &amp; B</name><Style><LineStyle><color>ff00008b</color></LineStyle></Style><gx:Track>";
+      "<Placemark><name>A &amp; B</name><Style><LineStyle><color>ff00008b</color></LineStyle></Style>";
   EXPECT_THAT(write(),
               HasSubstr("<Folder><name>Tracks</name>\n<Folder><name>A &amp; B</name><ExtendedData>"
                         "<Data name=\"style\"><value>3</value></Data></ExtendedData>\n" +
                         head +
-                        "<altitudeMode>absolute</altitudeMode>\n<when>2002-06-01T12:00:00Z</when>\n<when></when>\n"
+                        "<gx:Track><altitudeMode>absolute</altitudeMode>\n<when>2002-06-01T12:00:00Z</when>\n"
+                        "<when>2002-06-01T12:00:01Z</when>\n"
                         "<gx:coord>10 54 12.5</gx:coord>\n<gx:coord>10 54.5 13</gx:coord>\n</gx:Track></Placemark>\n" +
                         head +
-                        "\n<when>2002-06-01T12:00:05Z</when>\n<gx:coord>10 55</gx:coord>\n</gx:Track></Placemark>\n"
-                        "</Folder>\n</Folder>\n"));
+                        "<gx:Track>\n<when>2002-06-01T12:00:05Z</when>\n<gx:coord>10 55</gx:coord>\n</gx:Track>"
+                        "</Placemark>\n" +
+                        head +
+                        "<LineString><tessellate>1</tessellate><coordinates>\n10,56\n10,56\n10,56\n</coordinates>"
+                        "</LineString></Placemark>\n</Folder>\n</Folder>\n"));
+  EXPECT_EQ(front_end.lines[2], "2 times of track segments in which other points have none are not written");
 }
 
 }  // namespace

@@ -1,12 +1,14 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "formats/gpx_terms.h"
 #include "formats/iso_time.h"
 #include "formats/kml.h"
 #include "formats/line_texts.h"
+#include "formats/remarks.h"
 #include "formats/symbol_names.h"
 #include "formats/writable_items.h"
 #include "formats/xml_text.h"
@@ -64,7 +66,10 @@ class KmlWriter {
       append_points("Proximity", items.proximity_count(), [&](int i) { return items.proximity(i); });
     if (options_.events) append_points("Events", items.event_count(), [&](int i) { return items.event(i); });
     out_ += "</Document>\n</kml>\n";
-    texts_.report(context_.front_end);
+    Remarks remarks;
+    remarks.add(texts_.summary());
+    remarks.add(left_out_times_, "times of track segments in which other points have none are not written");
+    remarks.say(context_.front_end);
   }
 
  private:
@@ -119,12 +124,17 @@ class KmlWriter {
       text_ += "</when></TimeStamp>";
     }
     append_details(item);
-    text_ += "<Point>";
-    if (is_writable_metres(item.altitude)) text_ += "<altitudeMode>absolute</altitudeMode>";
-    text_ += "<coordinates>";
-    append_coordinates(text_, {item.position, item.altitude, item.time}, ',');
-    text_ += "</coordinates></Point></Placemark>\n";
+    append_point({item.position, item.altitude, item.time});
+    text_ += "</Placemark>\n";
     hand_on();
+  }
+
+  void append_point(const LinePoint& point) {
+    text_ += "<Point>";
+    if (is_writable_metres(point.altitude)) text_ += "<altitudeMode>absolute</altitudeMode>";
+    text_ += "<coordinates>";
+    append_coordinates(text_, point, ',');
+    text_ += "</coordinates></Point>";
   }
 
   void append_details(const ItemRecord& item) {
@@ -207,7 +217,9 @@ class KmlWriter {
       text_ += kLineColours[log->colour];
       text_ += "</color></LineStyle></Style>";
     }
-    const bool is_timed = std::ranges::any_of(segment, [](const LinePoint& point) { return point.time.seconds != 0; });
+    const auto times = std::ranges::count_if(segment, [](const LinePoint& point) { return point.time.seconds != 0; });
+    const bool is_timed = std::cmp_equal(times, segment.size());
+    if (!is_timed) left_out_times_ += static_cast<int>(times);
     is_timed ? append_timed_line(segment) : append_line(segment);
     text_ += "</Placemark>\n";
     hand_on();
@@ -216,6 +228,7 @@ class KmlWriter {
 
   void append_line(const std::vector<LinePoint>& line) {
     if (line.empty()) return;
+    if (line.size() == 1) return append_point(line.front());  // a line has two points at least
     text_ += is_wholly_high(line) ? "<LineString><altitudeMode>absolute</altitudeMode>"
                                   : "<LineString><tessellate>1</tessellate>";
     text_ += "<coordinates>\n";
@@ -227,14 +240,14 @@ class KmlWriter {
     text_ += "</coordinates></LineString>";
   }
 
-  // Two lists, in which a time that is not known has an empty place.
+  // Two lists: every point must have a time, as a list has no empty places.
   void append_timed_line(const std::vector<LinePoint>& line) {
     text_ += "<gx:Track>";
     if (is_wholly_high(line)) text_ += "<altitudeMode>absolute</altitudeMode>";
     text_ += '\n';
     for (const LinePoint& point : line) {
       text_ += "<when>";
-      if (point.time.seconds != 0) append_iso_time(text_, point.time);
+      append_iso_time(text_, point.time);
       text_ += "</when>\n";
       hand_on();
     }
@@ -251,6 +264,7 @@ class KmlWriter {
   const store::OutputOptions& options_;
   base::TextOutput& out_;
   LineTexts texts_;
+  int left_out_times_ = 0;
   std::string text_;  // of one item at a time
   bool folder_is_open_ = false;
 };
