@@ -139,8 +139,11 @@ TEST_F(Csv, ColoursWithoutAWordAreBlackAndCounted) {
   ASSERT_EQ(store.push_waypoint(0), 0);
   start(1, 3).colour = 5;
   ASSERT_EQ(store.push_waypoint(0), 0);
+  start(1, 4).colour = store::kDefaultColour;  // nobody's choice, so nothing is lost
+  ASSERT_EQ(store.push_waypoint(0), 0);
   EXPECT_THAT(base::split(written_rows(), '\n'),
-              ElementsAre(testing::EndsWith(",Yellow,S+C"), testing::EndsWith(",Black,S+C"), ""));
+              ElementsAre(testing::EndsWith(",Yellow,S+C"), testing::EndsWith(",Black,S+C"),
+                          testing::EndsWith(",Black,S+C"), ""));
   EXPECT_EQ(front_end.lines[2], "1 colours have no word and are written as Black");
 }
 

@@ -103,7 +103,7 @@ class CsvWriter {
     append_time(item.time);
     row_ += ',' + text(item.comment) + ',' + std::to_string(item.symbol) + ',';
     const bool has_word = item.colour < kCsvColours.size();
-    wordless_colours_ += has_word ? 0 : 1;
+    wordless_colours_ += has_word || item.colour == store::kDefaultColour ? 0 : 1;
     row_ += kCsvColours[has_word ? item.colour : 0];
     row_ += ',';
     row_ += kCsvDisplays[item.display_mode == 1 || item.display_mode == 3 ? static_cast<std::size_t>(item.display_mode)

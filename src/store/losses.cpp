@@ -97,7 +97,8 @@ constexpr std::array kProperties{
     PropertyRow{kKeepsNumbers, "route number", "route numbers", [](const ItemRecord& i) { return i.kind == 'R'; }},
     PropertyRow{kKeepsDisplay, "display mode", "display modes",
                 [](const ItemRecord& i) { return is_point(i) && (i.display_mode == 1 || i.display_mode == 3); }},
-    PropertyRow{kKeepsColours, "colour", "colours", [](const ItemRecord& i) { return is_point(i) && i.colour != 0; }},
+    PropertyRow{kKeepsColours, "colour", "colours",
+                [](const ItemRecord& i) { return is_point(i) && i.colour != 0 && i.colour != kDefaultColour; }},
     PropertyRow{kKeepsLines, "track colour or style", "track colours or styles",
                 [](const ItemRecord& i) { return i.kind == 'T' && i.segment_flag == kStartsNamedTrack; }},
 };
@@ -159,6 +160,8 @@ void append_property_losses(std::vector<std::string>& sentences, const ItemStore
   kind.walk(items, [&](const ItemRecord& item) {
     for (std::size_t i = 0; i < kProperties.size(); ++i) {
       if ((kept & kProperties[i].property) != 0 || !kProperties[i].has(item)) continue;
+      // A waypoint's link is that of the route point whose copy it is.
+      if (kProperties[i].property == kKeepsLinks && kind.walk != walk_routes) continue;
       const bool is_elsewhere =
           kProperties[i].property == kKeepsDistances && distances_of_proximity && is_alarm(items, item);
       if (!is_elsewhere) ++counts[i];

@@ -295,7 +295,8 @@ bool TextWriter::append_waypoint(std::string& out, const ItemRecord& record, con
   }
   out += '\n';
   if (is_short_layout(options.version)) return true;
-  if (item.colour >= kWaypointColours.size() && !options.no_symbols) ++wordless_colours_;
+  const bool has_word = item.colour < kWaypointColours.size() || item.colour == store::kDefaultColour;
+  if (!has_word && !options.no_symbols) ++wordless_colours_;
   if (item.kind == 'W') append_detail_lines(out, item);
   return true;
 }
