@@ -181,6 +181,9 @@ TEST_F(Gpx, TextsHoldCharactersOnly) {
             "EUR");
   EXPECT_EQ(store.waypoint(1).comment, "<b> &amp; &ouml; &; AT&T \"&lt;");
   EXPECT_EQ(front_end.lines[2], "6 characters that receivers do not have were replaced");
+  // A reference that the text ends in is none.
+  EXPECT_EQ(read_elements("<wpt lat=\"1\" lon=\"2\"><name>A&amp</name></wpt><wpt lat=\"&#x33\" lon=\"2\"/>"), 1);
+  EXPECT_EQ(store.waypoint(2).ident, "A&amp");
 }
 
 TEST_F(Gpx, WhiteSpaceAroundValuesIsNoPartOfThem) {

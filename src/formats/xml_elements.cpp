@@ -47,8 +47,9 @@ std::string without_references(std::string_view text) {
     result += text.substr(0, start);
     if (start == std::string_view::npos) return result;
     text.remove_prefix(start + 1);
-    const std::size_t end = std::min(text.substr(0, kLongestReference).find(';'), text.size());
-    const std::optional<std::string> meaning = meaning_of(text.substr(0, end));
+    const std::size_t end = text.substr(0, kLongestReference).find(';');
+    std::optional<std::string> meaning;
+    if (end != std::string_view::npos) meaning = meaning_of(text.substr(0, end));
     result += meaning.value_or("&");
     if (meaning) text.remove_prefix(end + 1);
   }
