@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -39,6 +40,9 @@ session::Surroundings surroundings(const char* program_name) {
 
 int main(int argc, char** argv) {
   using namespace ui::console;
+#ifdef SIGXFSZ
+  std::signal(SIGXFSZ, SIG_IGN);  // a file that grows too large is an error of its write, which is told
+#endif
   const std::variant<Arguments, EndNow> parsed = parse_arguments(argc, argv);
   if (const EndNow* end = std::get_if<EndNow>(&parsed)) {
     std::cout << end->output;
