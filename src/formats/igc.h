@@ -1,6 +1,6 @@
 // IGC flight files (.igc) from the track points, in the form that this program has always written. The setting
-// IGCStandard turns on the form of the FAI (FAI IGC flight recorder specification, appendix A), which differs in
-// dates, altitudes, zone and the first records: docs/formats/igc.md.
+// IGCStandard turns on the form of the FAI (the document of the FAI on IGC flight recorders, appendix A), which differs
+// in dates, altitudes, zone and the first records: docs/formats/igc.md.
 #pragma once
 
 #include <cstdint>

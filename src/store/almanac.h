@@ -7,7 +7,7 @@
 
 namespace store {
 
-// One satellite's orbit, in the units of the GPS interface specification (IS-GPS-200): radians, radians per
+// One satellite's orbit, in the units of the GPS interface document (IS-GPS-200): radians, radians per
 // second, seconds, square root of metres.
 struct AlmanacEntry {
   std::int16_t week = 0;            // GPS week as it came: 1024 weeks make an era, which is not always told

@@ -1,5 +1,5 @@
 // Garmin's waypoint symbols: the numbers that receivers and records carry, the names that GPX files call them by
-// (Garmin's interface specification and the names of its map program), and the numbers that OziExplorer counts
+// (Garmin's interface document and the names of its map program), and the numbers that OziExplorer counts
 // its symbols of the same receivers by.
 #pragma once
 
