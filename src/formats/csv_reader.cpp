@@ -10,11 +10,11 @@
 
 #include "base/encoding.h"
 #include "base/reading_progress.h"
+#include "base/remarks.h"
 #include "base/text.h"
 #include "formats/csv.h"
 #include "formats/csv_columns.h"
 #include "formats/csv_fields.h"
-#include "formats/remarks.h"
 #include "formats/shifted_positions.h"
 #include "geodesy/position_parser.h"
 
@@ -76,7 +76,7 @@ class CsvReader {
   bool route_open_ = false;
   int line_ = 0;
   int accepted_ = 0;
-  BadLines bad_rows_;
+  base::BadLines bad_rows_;
   CsvColumns::LeftOut left_out_;
 };
 
@@ -335,7 +335,7 @@ std::string CsvReader::text_of(Fields pieces) const {
 }
 
 void CsvReader::report() const {
-  Remarks remarks;
+  base::Remarks remarks;
   bad_rows_.remark(remarks, "rows could not be read");
   remarks.add(left_out_.times, "times are of an unknown form and were left out");
   remarks.add(left_out_.altitudes, "altitudes are unclear and were left out");

@@ -3,10 +3,10 @@
 #include <chrono>
 #include <optional>
 
+#include "base/remarks.h"
 #include "base/text.h"
 #include "formats/csv.h"
 #include "formats/line_texts.h"
-#include "formats/remarks.h"
 #include "formats/shifted_positions.h"
 #include "formats/writable_items.h"
 
@@ -36,7 +36,7 @@ class CsvWriter {
     if (options_.tracks) append_tracks();
     for (int i = 1; options_.events && i <= store.event_count(); ++i) append_event(store.event(i));
     for (int number = 0; options_.routes && number < store::kRouteCapacity; ++number) append_route(store.route(number));
-    Remarks remarks;
+    base::Remarks remarks;
     remarks.add(texts_.summary());
     remarks.add(wordless_colours_, "colours have no word and are written as Black");
     remarks.say(context_.front_end);

@@ -8,10 +8,10 @@
 
 #include "base/encoding.h"
 #include "base/reading_progress.h"
+#include "base/remarks.h"
 #include "base/text.h"
 #include "formats/iso_time.h"
 #include "formats/line_texts.h"
-#include "formats/remarks.h"
 #include "formats/writable_items.h"
 #include "store/symbols.h"
 
@@ -105,7 +105,7 @@ int read_fugawi(const store::FileContext& context, base::TextInput& input, const
   base::ReadingProgress progress(context.front_end, input);
   context.store.set_input_time_offset(0);
   int accepted = 0, unknown_dates = 0;
-  BadLines bad_lines;
+  base::BadLines bad_lines;
   for (int number = 1; !input.at_end() && progress.go_on(); ++number) {
     std::string_view line = input.next_line();
     if (number == 1 && line.starts_with(kByteOrderMark)) line.remove_prefix(kByteOrderMark.size());
@@ -118,7 +118,7 @@ int read_fugawi(const store::FileContext& context, base::TextInput& input, const
     }
   }
   context.store.start_item();
-  Remarks remarks;
+  base::Remarks remarks;
   bad_lines.remark(remarks, "lines are no waypoints");
   remarks.add(unknown_dates, "dates are of an unknown form and were left out");
   remarks.say(context.front_end);

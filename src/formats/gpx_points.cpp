@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/remarks.h"
 #include "base/text.h"
 #include "formats/iso_time.h"
-#include "formats/remarks.h"
 #include "formats/writable_items.h"
 
 namespace formats {
@@ -33,7 +33,7 @@ bool is_one_of(std::string_view name_space, const auto& namespaces) {
 }  // namespace
 
 void GpxRemarks::report(base::FrontEnd& front_end) const {
-  Remarks remarks;
+  base::Remarks remarks;
   const std::string first_line = first_point_line == 0 ? "" : ", the first in line " + std::to_string(first_point_line);
   remarks.add(points, "points have no valid position and were passed over" + first_line);
   remarks.add(routes, "routes found no room");

@@ -8,9 +8,9 @@
 #include <optional>
 
 #include "base/encoding.h"
+#include "base/remarks.h"
 #include "base/text.h"
 #include "formats/line_texts.h"
-#include "formats/remarks.h"
 #include "formats/shifted_positions.h"
 #include "formats/writable_items.h"
 
@@ -257,7 +257,7 @@ void IgcWriter::append_altitude(float metres) {
 }
 
 void IgcWriter::report() {
-  Remarks remarks;
+  base::Remarks remarks;
   remarks.add(texts_.summary());
   remarks.add(without_time_, std::string("track points have no time: ") +
                                  (fai_form_ ? "they are not written" : "they are written as of 31 December 1989"));

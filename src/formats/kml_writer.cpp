@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
+#include "base/remarks.h"
 #include "formats/gpx_terms.h"
 #include "formats/iso_time.h"
 #include "formats/kml.h"
 #include "formats/line_texts.h"
-#include "formats/remarks.h"
 #include "formats/symbol_names.h"
 #include "formats/writable_items.h"
 #include "formats/xml_text.h"
@@ -66,7 +66,7 @@ class KmlWriter {
       append_points("Proximity", items.proximity_count(), [&](int i) { return items.proximity(i); });
     if (options_.events) append_points("Events", items.event_count(), [&](int i) { return items.event(i); });
     out_ += "</Document>\n</kml>\n";
-    Remarks remarks;
+    base::Remarks remarks;
     remarks.add(texts_.summary());
     remarks.add(left_out_times_, "times of track segments in which other points have none are not written");
     remarks.say(context_.front_end);

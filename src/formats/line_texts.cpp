@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "formats/remarks.h"
+#include "base/remarks.h"
 
 namespace formats {
 
@@ -18,7 +18,7 @@ std::string LineTexts::cleaned(std::string_view text, std::string_view forbidden
 }
 
 std::string LineTexts::summary() const {
-  Remarks remarks;
+  base::Remarks remarks;
   remarks.add(changed_, "texts hold characters that separate fields or lines: written with '-'");
   remarks.add(left_out_, "items without a position are not written");
   return remarks.text();

@@ -165,7 +165,7 @@ bool OziFile::set_waypoint(store::ItemRecord& item, std::size_t first) {
 
 void OziFile::close() {
   context_.store.start_item();
-  Remarks remarks;
+  base::Remarks remarks;
   bad_lines_.remark(remarks, "lines are no " + std::string(kind_.items));
   remarks.add(cut_texts_, "texts were too long and are cut");
   remarks.say(context_.front_end);

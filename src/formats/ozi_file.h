@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "base/reading_progress.h"
+#include "base/remarks.h"
 #include "base/text.h"
 #include "base/text_input.h"
-#include "formats/remarks.h"
 #include "store/file_context.h"
 
 namespace formats {
@@ -115,7 +115,7 @@ class OziFile {
   bool count_expected_ = false;  // of track points: not to be relied on
   bool is_properties_ = false;
   int line_number_ = 0;
-  BadLines bad_lines_;
+  base::BadLines bad_lines_;
   int cut_texts_ = 0;
 };
 

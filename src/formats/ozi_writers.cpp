@@ -2,11 +2,11 @@
 #include <array>
 #include <charconv>
 
+#include "base/remarks.h"
 #include "base/text.h"
 #include "formats/ozi.h"
 #include "formats/ozi_file.h"
 #include "formats/ozi_symbols.h"
-#include "formats/remarks.h"
 #include "formats/writable_items.h"
 
 namespace formats {
@@ -161,7 +161,7 @@ int OziChanges::symbol(const ItemRecord& item) {
 bool OziChanges::writes(const ItemRecord& item) { return is_writable(item, texts_); }
 
 void OziChanges::report(base::FrontEnd& front_end) const {
-  Remarks remarks;
+  base::Remarks remarks;
   remarks.add(texts_.summary());
   remarks.add(tildes_, "texts hold an N with tilde, which is OziExplorer's comma: written as N");
   remarks.add(inexact_symbols_, "symbols have no OziExplorer number: written as a dot");

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/remarks.h"
 #include "base/text.h"
 #include "geodesy/distance.h"
 #include "store/symbols.h"
@@ -211,14 +212,11 @@ std::string_view MapStorer::route_name(std::uint16_t number) const {
 
 void MapStorer::report() const {
   if (map_.unknown_type) front_end_.write_line(1, base::format_text("New SA Item found 0x%04x", *map_.unknown_type));
-  std::string text;
-  if (bad_positions_ > 0)
-    text = base::format_text("%d positions are not on the earth and were passed over, the first in item %d",
-                             bad_positions_, first_bad_item_);
-  if (points_without_route_ > 0)
-    text += base::format_text("%s%d points of routes that found no room are waypoints only", text.empty() ? "" : "; ",
-                              points_without_route_);
-  if (!text.empty()) front_end_.write_line(2, text);
+  base::Remarks remarks;
+  remarks.add(bad_positions_, "positions are not on the earth and were passed over, the first in item " +
+                                  std::to_string(first_bad_item_));
+  remarks.add(points_without_route_, "points of routes that found no room are waypoints only");
+  remarks.say(front_end_);
   const int understood = static_cast<int>(map_.items.size());
   if (understood < map_.announced)
     front_end_.write_line(3, base::format_text("Only the first %d of %d items were understood; the rest of the file "

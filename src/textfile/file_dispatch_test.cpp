@@ -1,7 +1,6 @@
 #include "textfile/file_dispatch.h"
 
 #include "base/safe_file.h"
-#include "tests/support/stepping_clock.h"
 #include "tests/support/text_file_fixture.h"
 
 namespace textfile {
@@ -84,11 +83,10 @@ class Dispatch : public TextFileTest {
     return base::load_file(folder / name, contents, reason) ? contents : "(" + reason + ")";
   }
 
-  support::SteppingClock clock;
   const std::filesystem::path folder =
       std::filesystem::temp_directory_path() /
       (std::string("textfile_test_") + testing::UnitTest::GetInstance()->current_test_info()->name());
-  FileDispatch dispatch{kFormats, store::FileContext{store, shift, datums, settings, front_end, clock, {}}};
+  FileDispatch dispatch{kFormats, context};
 };
 
 constexpr std::string_view kTwoWaypoints =

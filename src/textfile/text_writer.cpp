@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "base/remarks.h"
 #include "base/text.h"
 #include "geodesy/distance.h"
 #include "textfile/detail_lines.h"
@@ -346,14 +347,11 @@ void TextWriter::append_tracks(base::TextOutput& file, const OutputOptions& opti
 }
 
 void TextWriter::report() const {
-  std::string text;
-  const auto add = [&text](int count, const char* what) {
-    if (count > 0) text += (text.empty() ? "" : "; ") + std::to_string(count) + what;
-  };
-  add(changed_texts_, " texts hold characters that separate fields or lines: written with '-'");
-  add(wordless_colours_, " colours of items have no word: written as Black");
-  add(left_out_, " items without a position are not written");
-  if (!text.empty()) front_end_.write_line(2, text);
+  base::Remarks remarks;
+  remarks.add(changed_texts_, "texts hold characters that separate fields or lines: written with '-'");
+  remarks.add(wordless_colours_, "colours of items have no word: written as Black");
+  remarks.add(left_out_, "items without a position are not written");
+  remarks.say(front_end_);
 }
 
 }  // namespace textfile

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/text.h"
-#include "tests/support/recording_front_end.h"
+#include "tests/support/format_fixture.h"
 #include "textfile/text_reader.h"
 #include "textfile/text_writer.h"
 
@@ -20,7 +20,7 @@ namespace support {
 inline constexpr std::string_view kNoon = "Sat Jun 01 12:00:00 2002";
 inline constexpr std::uint32_t kNoonSeconds = 391867200;  // 4535 days and 12 hours after 1989-12-31
 
-class TextFileTest : public testing::Test {
+class TextFileTest : public testing::Test, public FileWorld {
  protected:
   // The number of lines that the reader accepted.
   int read(std::string_view text) {
@@ -62,12 +62,6 @@ class TextFileTest : public testing::Test {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
   }
 
-  store::Settings settings;
-  support::RecordingFrontEnd front_end;
-  geodesy::DatumTable datums;
-  geodesy::DatumShift shift{datums, front_end};
-  store::ItemStore store{settings, front_end};
-  store::OutputOptions options;
   std::vector<std::string> options_seen;
 };
 

@@ -6,7 +6,7 @@
 
 #include "base/front_end.h"
 
-namespace formats {
+namespace base {
 
 class Remarks {
  public:
@@ -19,7 +19,7 @@ class Remarks {
   }
   [[nodiscard]] const std::string& text() const { return text_; }
   // On output line 2; nothing when there are none.
-  void say(base::FrontEnd& front_end) const {
+  void say(FrontEnd& front_end) const {
     if (!text_.empty()) front_end.write_line(2, text_);
   }
 
@@ -43,4 +43,4 @@ class BadLines {
   int first_ = 0;
 };
 
-}  // namespace formats
+}  // namespace base
