@@ -7,18 +7,19 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-BELOW_SESSION = {"base", "geodesy", "store", "textfile", "formats", "streetatlas", "serial", "garmin", "lowrance",
-                 "simulators"}
+BELOW_SESSION = {"base", "geodesy", "picture", "store", "textfile", "formats", "streetatlas", "serial", "garmin",
+                 "lowrance", "simulators"}
 ALLOWED = {
     "base": set(),
     "geodesy": {"base"},
-    "store": {"base", "geodesy"},
+    "picture": {"base"},
+    "store": {"base", "geodesy", "picture"},
     "textfile": {"base", "geodesy", "store"},
-    "formats": {"base", "geodesy", "store"},
+    "formats": {"base", "geodesy", "picture", "store"},
     "streetatlas": {"base", "geodesy", "store"},
     "serial": {"base"},
-    "garmin": {"base", "serial", "store", "geodesy"},
-    "lowrance": {"base", "serial", "store", "geodesy"},
+    "garmin": {"base", "serial", "store", "geodesy", "picture"},
+    "lowrance": {"base", "serial", "store", "geodesy", "picture"},
     "simulators": {"base", "serial"},
     "session": BELOW_SESSION,
     "ui": {"base", "session"},
@@ -29,7 +30,7 @@ ALLOWED = {
 # simulators stand behind the same seam as real ports, and know nothing else of the serial layer.
 ONLY_HEADERS = {("simulators", "serial"): {"serial/serial_device.h"}}
 # Anything in angle brackets that is neither of the C++ library nor in this list is the operating system's.
-LIBRARIES = {"CLI/": {"ui/console"}, "pugixml.hpp": {"formats"}, "wx/": {"ui/wx"}}
+LIBRARIES = {"CLI/": {"ui/console"}, "pugixml.hpp": {"formats"}, "zlib.h": {"picture"}, "wx/": {"ui/wx"}}
 STANDARD = re.compile(r"^[a-z_0-9]+$")
 MAY_USE_SYSTEM = re.compile(r"(_device\.(cpp|h)|/(pty|termios|posix|win32)_[a-z_0-9]*\.(cpp|h))$")
 INCLUDE = re.compile(r'^\s*(?:/\*.*?\*/\s*)*#\s*include\s*(["<])([^">]+)[">]')

@@ -9,6 +9,7 @@
 #include "formats/igc.h"
 #include "formats/kml.h"
 #include "formats/ozi.h"
+#include "formats/picture_files.h"
 #include "streetatlas/map_reader.h"
 
 namespace session {
@@ -161,8 +162,15 @@ constexpr std::array kFormats{
                .name = "a bitmap",
                .input_extension = ".BMP",
                .output_extension = ".BMP",
-               .why_not = "it holds a picture, and there is no receiver's screen to show or save",
-               .is_bitmap = true},
+               .is_binary = true,
+               .is_bitmap = true,
+               .read = formats::read_bmp,
+               .write = formats::write_bmp},
+    FileFormat{.name = "a .png picture",
+               .output_extension = ".PNG",
+               .is_binary = true,
+               .is_bitmap = true,
+               .write = formats::write_png},
     FileFormat{.name = "a .G64 file", .output_extension = ".G64", .why_not = kNotPublic},
     FileFormat{.name = "a waypoint-to-track file", .output_extension = ".WTT", .why_not = kNotPublic},
     FileFormat{.name = "a Gardown file", .output_extension = ".GDN", .why_not = kNotPublic},

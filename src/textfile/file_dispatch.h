@@ -30,6 +30,9 @@ class FileDispatch {
   // Opens a file, tells its size in bytes and announces it on output line 1; false after a message box.
   [[nodiscard]] bool openit(const std::filesystem::path& path, std::ifstream& file, std::uint64_t& size);
 
+  // Whether save would write the receiver's screen to a file of this name, and not items.
+  [[nodiscard]] bool would_save_bitmap(const std::filesystem::path& path) const { return writer_of(path)->is_bitmap; }
+
   // Writes the store as the type that the extension names: native text for none or an unlisted one. What the
   // type cannot hold is said from output line 3 on. False when nothing was written; the reason is in a message
   // box, or for empty stores on output line 1, or the user has cancelled the choice of kinds.
