@@ -1,5 +1,6 @@
 #include "formats/almanac.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -46,6 +47,8 @@ constexpr std::array kRows{
 constexpr std::size_t kId = 0, kHealth = 1, kEccentricity = 2, kTimeOfApplicability = 3, kInclination = 4, kRate = 5,
                       kSqrtA = 6, kRightAscension = 7, kPerigee = 8, kMeanAnomaly = 9, kAf0 = 10, kAf1 = 11, kWeek = 12;
 constexpr int kWeeksOfEra = 1024;
+// Stands behind the asterisks of a satellite whose health is written as 0 for want of one.
+constexpr std::string_view kNoHealth = "(health not known)";
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 
 // A satellite's block as it was read, by row; none where the block does not have it, kNoNumber where what it has
@@ -146,13 +149,14 @@ class YumaReader {
     const std::vector<std::string_view> words = base::split_words(line.text.substr(colon + 1));
     // A label that comes twice belongs to two satellites, of which one has lost its head.
     value = words.size() == 1 && !value ? number_or_none(words[0]) : kNoNumber;
-    // A week that was cut short at the end of a file shows in the line of asterisks.
-    if (*row == kWeek && week_of_head_ && std::fmod(*value - *week_of_head_, kWeeksOfEra) != 0) value = kNoNumber;
+    if (*row == kWeek && week_of_head_) value = full_week(*value);
   }
   void end_block() {
+    if (health_is_not_known_ && block_[kHealth] == 0) block_[kHealth].reset();
     if (block_ != Block{}) satellites_.take(block_, first_line_);
     block_ = {};
     week_of_head_ = {};
+    health_is_not_known_ = false;
   }
 
  private:
@@ -161,6 +165,12 @@ class YumaReader {
     end_block();
     if (line.words.size() < 3 || !base::equal_ignoring_case(line.words[1], "week")) return;
     week_of_head_ = base::parse_number(line.words[2]);
+    health_is_not_known_ = base::trim_blanks(line.text).ends_with(kNoHealth);
+  }
+  // The line of asterisks may have the week in full. A week that was cut short at the end of a file shows there.
+  [[nodiscard]] double full_week(double week) const {
+    if (!(std::fmod(week - *week_of_head_, kWeeksOfEra) == 0)) return kNoNumber;
+    return fits(kRows[kWeek], *week_of_head_) ? std::max(week, *week_of_head_) : week;
   }
   static std::optional<std::size_t> row_of(std::string_view line) {
     std::string_view name = label_name(line);
@@ -174,6 +184,7 @@ class YumaReader {
   Block block_;
   int first_line_ = 0;
   std::optional<double> week_of_head_;
+  bool health_is_not_known_ = false;
 };
 
 // One number of a satellite in an SEM file: row value = (number + offset) * factor.
@@ -239,16 +250,17 @@ std::string number_text(const Row& row, float value) {
 }
 
 std::string block_text(int satellite, const AlmanacEntry& entry) {
-  const int week = entry.week % kWeeksOfEra;
   const auto line = [](const Row& row, const std::string& value) {
     return base::format_text("%-27s", std::string(row.label).c_str()) + value + "\n";
   };
-  std::string text = base::format_text("******** Week %d almanac for PRN-%02d ********\n", week, satellite);
+  std::string text = base::format_text("******** Week %d almanac for PRN-%02d ********", int{entry.week}, satellite);
+  if (!entry.health) text.append(" ").append(kNoHealth);
+  text += "\n";
   text += line(kRows[kId], base::format_text(" %02d", satellite));
   text += line(kRows[kHealth], base::format_text(" %03d", int{entry.health.value_or(0)}));
   for (const Row& row : kRows)
     if (row.value != nullptr) text += line(row, number_text(row, entry.*row.value));
-  text += line(kRows[kWeek], base::format_text(" %d", week));
+  text += line(kRows[kWeek], base::format_text(" %d", entry.week % kWeeksOfEra));
   return text + "\n";
 }
 

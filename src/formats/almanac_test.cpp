@@ -174,7 +174,7 @@ TEST_F(AlmanacTest, YumaIsWrittenInTodaysColumns) {
   hold(4, entry);
   ASSERT_TRUE(write());
   EXPECT_EQ(written,
-            "******** Week 310 almanac for PRN-04 ********\n"
+            "******** Week 1334 almanac for PRN-04 ******** (health not known)\n"
             "ID:                         04\n"
             "Health:                     000\n"
             "Eccentricity:               7.8125000000E-03\n"
@@ -198,11 +198,24 @@ TEST_F(AlmanacTest, WhatIsWrittenComesBackToTheLastBit) {
   hold(1, kPrn1);
   hold(32, odd);
   hold(9, odd);
+  AlmanacEntry old_receivers = kPrn1;
+  old_receivers.week = 2358;
+  old_receivers.health.reset();
+  hold(10, old_receivers);
   const store::Almanac before = items.almanac();
   ASSERT_TRUE(write());
   items.clear_almanac();
-  EXPECT_EQ(read(written), 3);
+  EXPECT_EQ(read(written), 4);
   EXPECT_EQ(items.almanac().satellites, before.satellites);
+}
+
+TEST_F(AlmanacTest, TheLineOfAsterisksTellsTheEraOnlyIfItAgrees) {
+  const std::string text = replaced(sample("almanac/yuma.alm"), "Week 310 ", "Week 1334 ");
+  EXPECT_EQ(read(text), 2);
+  EXPECT_EQ(satellite(1)->week, 1334);
+  EXPECT_EQ(read(replaced(text, "Week 1334 ", "Week 99999999999 ")), 0);
+  EXPECT_EQ(read(replaced(text, "Week 1334 ", "Week -714 ")), 2);  // agrees, but is no week
+  EXPECT_EQ(satellite(1)->week, 310);
 }
 
 TEST_F(AlmanacTest, SatellitesWithoutDataAreLeftOutAndAnEmptyAlmanacIsRefused) {

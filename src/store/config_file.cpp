@@ -302,6 +302,7 @@ constexpr std::array kKeys{
     Key{"TimeOffsetHours", set_time_offset, time_offset_text},
     key<&Settings::EventColor>("EventColor"),
     key<&Settings::IGCStandard>("IGCStandard"),
+    key<&Settings::WeekRollover>("WeekRollover"),
 };
 
 }  // namespace

@@ -23,11 +23,11 @@ TEST(Configuration, StartValuesAreWrittenInTheOrderOfTheFile) {
             std::string::npos);
   EXPECT_NE(text.find("\nIconSelector=LEI15\nDMSMode=DMM\nSA_LineColor=0\n"), std::string::npos);
   EXPECT_NE(text.find("\nSA_SetLat=1000.000000\nSA_SetLon=1000.000000\nSA_SetMag=0\n"), std::string::npos);
-  EXPECT_TRUE(
-      text.ends_with("SA_LwrRteStartPt=1\n#IGC Glider info:\nPilot=None\nContestID=---\nGliderType=None\n"
-                     "GliderID=None\nSite=None\nClass=None\nIGCCompatibleFilename=0\n"
-                     "G12XL/II+_Symbol_Mapping=18,10,8,170,7,150,0,19,177,14,178,151,179,171,156,8196\n"
-                     "#Additional settings:\nPortName=\nTimeOffsetHours=\nEventColor=0\nIGCStandard=0\n"));
+  EXPECT_TRUE(text.ends_with(
+      "SA_LwrRteStartPt=1\n#IGC Glider info:\nPilot=None\nContestID=---\nGliderType=None\n"
+      "GliderID=None\nSite=None\nClass=None\nIGCCompatibleFilename=0\n"
+      "G12XL/II+_Symbol_Mapping=18,10,8,170,7,150,0,19,177,14,178,151,179,171,156,8196\n"
+      "#Additional settings:\nPortName=\nTimeOffsetHours=\nEventColor=0\nIGCStandard=0\nWeekRollover=0\n"));
 }
 
 TEST(Configuration, EveryKeySurvivesBeingWrittenAndRead) {

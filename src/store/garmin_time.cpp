@@ -27,39 +27,59 @@ char* put_number(char* out, unsigned value, int digits) {
 
 char* put_text(char* out, std::string_view text) { return std::copy(text.begin(), text.end(), out); }
 
-// "HH:MM:SS" as seconds of the day.
-std::optional<std::int64_t> parse_time_of_day(std::string_view text) {
+// The numbers of "HH:MM:SS", which may still be no time; false when there are others.
+bool read_time_of_day(std::string_view text, CalendarTime& time) {
   const std::vector<std::string_view> parts = base::split(text, ':');
-  if (parts.size() != 3) return std::nullopt;
-  std::int64_t seconds = 0;
-  constexpr std::array<long long, 3> kLimits{23, 59, 60};  // a leap second is a time too
+  if (parts.size() != 3) return false;
+  const std::array fields{&time.hour, &time.minute, &time.second};
   for (std::size_t i = 0; i < parts.size(); ++i) {
     const std::optional<long long> value = base::parse_integer(parts[i]);
-    if (!value || *value < 0 || *value > kLimits[i]) return std::nullopt;
-    seconds = seconds * 60 + *value;
+    if (!value || *value < 0 || *value > 99) return false;
+    *fields[i] = static_cast<unsigned>(*value);
   }
-  return seconds;
+  return true;
+}
+
+// Whole days since the epoch, rounded down.
+std::int64_t day_number(std::int64_t seconds) {
+  return seconds >= 0 ? seconds / kSecondsPerDay : -((-seconds - 1) / kSecondsPerDay) - 1;
 }
 
 }  // namespace
 
+CalendarTime calendar_time(std::int64_t seconds) {
+  const std::int64_t days = day_number(seconds);
+  const std::chrono::year_month_day date(kEpochDay + std::chrono::days(days));
+  const auto second_of_day = static_cast<unsigned>(seconds - days * kSecondsPerDay);
+  return {static_cast<int>(date.year()),     static_cast<unsigned>(date.month()),
+          static_cast<unsigned>(date.day()), second_of_day / 3600,
+          second_of_day / 60 % 60,           second_of_day % 60};
+}
+
+std::optional<std::int64_t> seconds_of(const CalendarTime& time) {
+  if (time.year < 1000 || time.year > 9999 || time.month > 12 || time.day > 31) return std::nullopt;
+  const std::chrono::year_month_day date{std::chrono::year(time.year), std::chrono::month(time.month),
+                                         std::chrono::day(time.day)};
+  // A leap second is a time too.
+  if (!date.ok() || time.hour > 23 || time.minute > 59 || time.second > 60) return std::nullopt;
+  const std::int64_t days = (std::chrono::sys_days(date) - kEpochDay).count();
+  return days * kSecondsPerDay + (time.hour * 60 + time.minute) * 60 + time.second;
+}
+
 std::string format_date_text(std::int64_t seconds) {
   // Printed by hand: this is the most frequent text of a written file.
-  const std::int64_t day_number = seconds >= 0 ? seconds / kSecondsPerDay : -((-seconds - 1) / kSecondsPerDay) - 1;
-  const auto second_of_day = static_cast<unsigned>(seconds - day_number * kSecondsPerDay);
-  const std::chrono::sys_days day = kEpochDay + std::chrono::days(day_number);
-  const std::chrono::year_month_day date(day);
-  const std::chrono::weekday weekday(day);
+  const CalendarTime time = calendar_time(seconds);
+  const std::chrono::weekday weekday(kEpochDay + std::chrono::days(day_number(seconds)));
   std::string result(24, ' ');
   char* out = put_text(result.data(), kWeekdays[weekday.c_encoding()]) + 1;
-  out = put_text(out, kMonths[static_cast<unsigned>(date.month()) - 1]) + 1;
-  out = put_number(out, static_cast<unsigned>(date.day()), 2) + 1;
-  out = put_number(out, second_of_day / 3600, 2);
+  out = put_text(out, kMonths[time.month - 1]) + 1;
+  out = put_number(out, time.day, 2) + 1;
+  out = put_number(out, time.hour, 2);
   *out++ = ':';
-  out = put_number(out, second_of_day / 60 % 60, 2);
+  out = put_number(out, time.minute, 2);
   *out++ = ':';
-  out = put_number(out, second_of_day % 60, 2) + 1;
-  put_number(out, static_cast<unsigned>(static_cast<int>(date.year())) % 10000U, 4);
+  out = put_number(out, time.second, 2) + 1;
+  put_number(out, static_cast<unsigned>(time.year) % 10000U, 4);
   return result;
 }
 
@@ -69,15 +89,14 @@ std::optional<std::int64_t> parse_date_text(std::string_view text) {
   const auto month = std::find_if(kMonths.begin(), kMonths.end(),
                                   [&](std::string_view name) { return base::equal_ignoring_case(name, words[1]); });
   const std::optional<long long> day = base::parse_integer(words[2]);
-  const std::optional<std::int64_t> second_of_day = parse_time_of_day(words[3]);
   const std::optional<long long> year = base::parse_integer(words[4]);
-  if (month == kMonths.end() || !day || !second_of_day || !year) return std::nullopt;
-  if (*day < 1 || *day > 31 || *year < 1000 || *year > 9999) return std::nullopt;
-  const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(*year)),
-                                         std::chrono::month(static_cast<unsigned>(month - kMonths.begin()) + 1),
-                                         std::chrono::day(static_cast<unsigned>(*day)));
-  if (!date.ok()) return std::nullopt;
-  return (std::chrono::sys_days(date) - kEpochDay).count() * kSecondsPerDay + *second_of_day;
+  CalendarTime time;
+  if (month == kMonths.end() || !day || !year || !read_time_of_day(words[3], time)) return std::nullopt;
+  if (*day < 1 || *day > 31 || *year < 0 || *year > 9999) return std::nullopt;
+  time.year = static_cast<int>(*year);
+  time.month = static_cast<unsigned>(month - kMonths.begin()) + 1;
+  time.day = static_cast<unsigned>(*day);
+  return seconds_of(time);
 }
 
 std::int64_t offset_seconds(double hours) {

@@ -17,6 +17,22 @@ struct GarminTime {
 
 inline constexpr std::int64_t kGarminEpochUnix = 631065600;  // 1989-12-31 00:00:00 UTC in Unix seconds
 
+inline constexpr std::uint32_t kRolloverSeconds = 1024U * 7 * 86400;  // the weeks of GPS time begin anew after 1024
+
+// A moment as people and receivers write it, in UTC unless somebody says otherwise.
+struct CalendarTime {
+  int year = 0;
+  unsigned month = 0, day = 0;  // from 1
+  unsigned hour = 0, minute = 0, second = 0;
+};
+
+// `seconds` counts from the Garmin epoch and may be negative.
+[[nodiscard]] CalendarTime calendar_time(std::int64_t seconds);
+
+// The reverse. Nothing when there is no such day or time of day, or the year is not one of 1000 to 9999. A leap second
+// (60) counts as the second after it.
+[[nodiscard]] std::optional<std::int64_t> seconds_of(const CalendarTime& time);
+
 // "Sun Dec 31 00:00:00 1989": 24 characters for the years 1000 to 9999, in English whatever the locale.
 // `seconds` counts from the Garmin epoch and may be negative.
 [[nodiscard]] std::string format_date_text(std::int64_t seconds);

@@ -28,6 +28,22 @@ TEST(DateText, WhatIsNoDateIsRefused) {
     EXPECT_EQ(parse_date_text(text), std::nullopt) << text;
 }
 
+TEST(CalendarTime, OnlyWhatIsInACalendarIsATime) {
+  EXPECT_EQ(seconds_of({1999, 12, 31, 23, 59, 59}), 315619199);
+  EXPECT_EQ(seconds_of({1999, 12, 31, 23, 59, 60}), 315619200);  // a leap second
+  for (const CalendarTime& time :
+       {CalendarTime{1999, 2, 29, 0, 0, 0}, CalendarTime{1999, 0, 1, 0, 0, 0}, CalendarTime{1999, 257, 1, 0, 0, 0},
+        CalendarTime{1999, 1, 257, 0, 0, 0}, CalendarTime{999, 1, 1, 0, 0, 0}, CalendarTime{10000, 1, 1, 0, 0, 0},
+        CalendarTime{1999, 1, 1, 24, 0, 0}, CalendarTime{1999, 1, 1, 0, 60, 0}, CalendarTime{1999, 1, 1, 0, 0, 61}})
+    EXPECT_EQ(seconds_of(time), std::nullopt);
+}
+
+TEST(CalendarTime, MomentsBeforeTheEpochAreTakenApartToo) {
+  const CalendarTime time = calendar_time(-1);
+  EXPECT_EQ(time.day, 30u);
+  EXPECT_EQ(time.hour * 10000 + time.minute * 100 + time.second, 235959u);
+}
+
 TEST(Shifted, ThereAndBackIsExactAcrossTheEndsOfTheCount) {
   for (const std::uint32_t seconds : {1U, 100U, 4294967295U}) {
     for (const std::int64_t offset : {-18000, 3600, 20700}) {

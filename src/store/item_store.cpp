@@ -31,6 +31,23 @@ void sort_by_ident(PackedItems& records) {
   records.reorder(order);
 }
 
+std::uint8_t flag_of(bool selected) { return selected ? 1 : 0; }
+
+// The flag stands in a word that no stored record leaves at zero, so the record stays where it is.
+void select_record(PackedItems& records, std::size_t slot, bool selected) {
+  ItemRecord item = records[slot];
+  if (item.selected == flag_of(selected)) return;
+  item.selected = flag_of(selected);
+  records.replace(slot, item);
+}
+
+void select_route(Route& route, bool selected) {
+  if (route.header) route.header->selected = flag_of(selected);
+  for (ItemRecord& point : route.points) point.selected = flag_of(selected);
+}
+
+bool is_selected(const ItemRecord& item) { return item.in_use != 0 && item.selected != 0; }
+
 }  // namespace
 
 ItemStore::ItemStore(const Settings& settings, base::FrontEnd& front_end)
@@ -282,6 +299,46 @@ void ItemStore::sort_waypoints() {
 }
 
 void ItemStore::sort_proximity() { sort_by_ident(contents_.proximity); }
+
+// None for a kind that is no plain list of records.
+PackedItems ItemStore::Contents::*ItemStore::records_of(char kind) {
+  switch (kind) {
+    case 'W':
+      return &Contents::waypoints;
+    case 'T':
+      return &Contents::track_points;
+    case 'I':
+      return &Contents::events;
+    case 'P':
+      return &Contents::proximity;
+    default:
+      return nullptr;
+  }
+}
+
+void ItemStore::select_all(char kind, bool selected) {
+  if (const auto records = records_of(kind); records != nullptr) {
+    for (std::size_t i = 0; i < (contents_.*records).size(); ++i) select_record(contents_.*records, i, selected);
+  } else if (kind == 'R') {
+    for (Route& route : contents_.routes) select_route(route, selected);
+  }
+}
+
+void ItemStore::select(char kind, int index, bool selected) {
+  if (const auto records = records_of(kind); records != nullptr) {
+    select_record(contents_.*records, slot_of(index), selected);
+  } else if (kind == 'R') {
+    select_route(contents_.routes[static_cast<std::size_t>(index)], selected);
+  }
+}
+
+int ItemStore::selected_count(char kind) const {
+  if (const auto records = records_of(kind); records != nullptr)
+    return static_cast<int>(std::count_if((contents_.*records).begin(), (contents_.*records).end(), is_selected));
+  if (kind != 'R') return 0;
+  return static_cast<int>(std::ranges::count_if(
+      contents_.routes, [](const Route& route) { return route.header && is_selected(*route.header); }));
+}
 
 void ItemStore::forget_routes() {
   contents_.routes.fill(Route{});

@@ -133,6 +133,13 @@ class ItemStore {
   void sort_waypoints();
   void sort_proximity();
 
+  // What uploads and sends take. A kind is that of its records ('W', 'T', 'I', 'P') or 'R' for routes, each with its
+  // points; any other kind has no items. Indices as above.
+  void select_all(char kind, bool selected);
+  void select(char kind, int index, bool selected);
+  // Selected items that are in use; of routes, those whose header is.
+  [[nodiscard]] int selected_count(char kind) const;
+
   // Clearing waypoints clears the routes too. Each refreshes the title.
   void clear_waypoints();
   void clear_routes();
@@ -147,6 +154,7 @@ class ItemStore {
 
  private:
   static std::size_t slot_of(int index) { return static_cast<std::size_t>(index) - 1; }
+  static PackedItems Contents::*records_of(char kind);
   [[nodiscard]] int without_newest(int index) const;
   [[nodiscard]] bool full(std::size_t count, int capacity, std::string_view text);
   void complete_item(char kind);

@@ -272,5 +272,49 @@ TEST_F(ItemStoreTest, LinkedRoutePointsGetTheNumberOfTheWaypointAtTheirPlace) {
   EXPECT_EQ(items.route(0).points[0].number, 1u);
 }
 
+TEST_F(ItemStoreTest, SelectingMarksEveryItemOfAKindOrOne) {
+  push_waypoint("A");
+  push_waypoint("B");
+  push_header(7, "NORTH");
+  push_route_point("C");  // a waypoint too
+  push_track_point();
+  items.start_item();
+  ASSERT_EQ(items.push_event(), 0);
+  items.start_item();
+  ASSERT_EQ(items.push_proximity(), 0);
+
+  for (const char kind : {'W', 'R', 'T', 'I', 'P'}) EXPECT_EQ(items.selected_count(kind), 0) << kind;
+  items.select_all('W', true);
+  items.select_all('R', true);
+  EXPECT_EQ(items.selected_count('W'), 3);
+  EXPECT_EQ(items.selected_count('R'), 1);
+  EXPECT_EQ(items.route(7).points[0].selected, 1);
+  for (const char kind : {'T', 'I', 'P'}) {
+    EXPECT_EQ(items.selected_count(kind), 0) << kind;
+    items.select(kind, 1, true);
+    EXPECT_EQ(items.selected_count(kind), 1) << kind;
+  }
+  items.select('W', 2, false);
+  items.select('R', 7, false);
+  EXPECT_EQ(items.selected_count('W'), 2);
+  EXPECT_EQ(items.waypoint(2).selected, 0);
+  EXPECT_EQ(items.waypoint(3).selected, 1);
+  EXPECT_EQ(items.selected_count('R'), 0);
+  EXPECT_EQ(items.route(7).points[0].selected, 0);
+  items.select_all('W', false);
+  EXPECT_EQ(items.selected_count('W'), 0);
+  items.select_all('?', true);  // no such kind
+  EXPECT_EQ(items.find_waypoint("b"), 2);
+}
+
+TEST_F(ItemStoreTest, AnItemThatIsNoLongerInUseDoesNotCountAsSelected) {
+  push_track_point();
+  items.select_all('T', true);
+  ItemRecord point = items.track_point(1);
+  point.in_use = 0;
+  items.replace_track_point(1, point);
+  EXPECT_EQ(items.selected_count('T'), 0);
+}
+
 }  // namespace
 }  // namespace store

@@ -92,6 +92,7 @@ struct Settings {
   std::array<int, 16> G12XL_II_Symbol_Mapping{18, 10, 8, 170, 7, 150, 0, 19, 177, 14, 178, 151, 179, 171, 156, 8196};
   std::string PortName;                   // a port by its text; when set it stands for COM
   std::optional<double> TimeOffsetHours;  // not set: the machine's offset or 0, see UseLocalTime
+  int WeekRollover = 0;                   // 1: receivers' times are 1024 weeks too early and are put right
   // How often the command option -a was given in this run, which is why they have no key.
   int native_text_output = 0, output_switch = 0;
 
