@@ -1,23 +1,30 @@
-// What all record tables share: a row for each data format (D-number), and the one way in which a received
-// record is decoded or refused. Layouts after the maker's published interface document: little-endian, without padding.
+// What all record tables share: a row for each data format (D-number), and the one way in which a record is decoded,
+// encoded or refused. Layouts after the maker's published interface document: little-endian, without padding.
 #pragma once
 
 #include <algorithm>
-#include <cmath>
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
 #include "base/byte_cursor.h"
-#include "geodesy/position.h"
-#include "store/garmin_time.h"
+#include "garmin/receiver_text.h"
 #include "store/item_record.h"
+#include "store/settings.h"
 
 namespace garmin {
 
 inline constexpr std::size_t kLongestRecord = 255;  // data bytes that one packet can hold
+// Those of a packet that comes back whole: with its frame it has 254 bytes, the most that are received here.
+inline constexpr std::size_t kLongestEncoded = 248;
+
+// The subclass of points and links that are none of a map's.
+inline constexpr std::array<std::uint8_t, 18> kPlainSubclass{0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF,
+                                                             0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
 
 // One data format. Lengths are in data bytes; they differ only where the format ends in texts with a closing NUL.
 template <typename Record>
@@ -25,7 +32,10 @@ struct FormatOf {
   std::uint16_t number;  // 108 for D108
   std::size_t shortest;  // every text empty
   std::size_t longest;
-  bool (*decode)(base::ByteReader& in, Record& record);  // false: the record has no position
+  NameRule name;  // of the ident that receivers know the item by
+  // Both are false when the record has no position. The settings say which symbols stand for each other.
+  bool (*decode)(base::ByteReader& in, Record& record);
+  bool (*encode)(base::ByteWriter& out, const Record& record, const store::Settings& settings);
 };
 using RecordFormat = FormatOf<store::ItemRecord>;
 
@@ -75,29 +85,17 @@ template <typename Record>
   return {};
 }
 
-// Latitude and longitude in semicircles, 2^31 of them to 180 degrees; the degrees are exact. A latitude
-// beyond a pole is how receivers mark a position that they do not have: false, and `position` stays as it was.
-[[nodiscard]] inline bool read_position(base::ByteReader& in, geodesy::Position& position) {
-  constexpr std::int32_t kPole = 1 << 30;
-  constexpr double kDegrees = 180.0 / 2147483648.0;
-  const std::int32_t latitude = in.i32();
-  const std::int32_t longitude = in.i32();
-  if (latitude < -kPole || latitude > kPole) return false;
-  position = {latitude * kDegrees, longitude * kDegrees};
-  return true;
-}
-
-// An altitude or depth in metres. "Not known" (1.0e24 or more) stays as received; what is no number is not known.
-[[nodiscard]] inline float read_metres(base::ByteReader& in) {
-  const float metres = in.f32();
-  return std::isfinite(metres) ? metres : store::kNotKnown;
-}
-
-// A time; the three values that receivers send for "none" become the store's 0.
-[[nodiscard]] inline store::GarminTime read_time(base::ByteReader& in) {
-  const std::uint32_t seconds = in.u32();
-  if (seconds == 0x7FFFFFFF || seconds == 0xFFFFFFFF) return {};
-  return {seconds};
+// The data bytes of a record of a format, kLongestEncoded at most: longer texts are cut, the last first. The ident
+// comes made by receiver_name and goes out as it is, other texts are put in the receiver's letters here. Nothing for a
+// number without a row and for a record whose position no receiver can have (see ItemWriting::position).
+template <typename Record>
+[[nodiscard]] std::optional<base::Bytes> encode_record(std::type_identity_t<std::span<const FormatOf<Record>>> formats,
+                                                       std::uint16_t number, const Record& record,
+                                                       const store::Settings& settings) {
+  const FormatOf<Record>* format = find_format(formats, number);
+  base::ByteWriter out;
+  if (format == nullptr || !format->encode(out, record, settings)) return std::nullopt;
+  return out.result();
 }
 
 }  // namespace garmin

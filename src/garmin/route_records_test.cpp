@@ -30,6 +30,23 @@ TEST(RouteRecords, AHeaderHasANumberOrANameOrBoth) {
   EXPECT_EQ(d202.name, "LAKE TO HOME");
 }
 
+template <typename Record>
+base::Bytes encoded(std::span<const FormatOf<Record>> formats, std::uint16_t number, const Record& record) {
+  return encode_record(formats, number, record, store::Settings{}).value();
+}
+
+TEST(RouteRecords, AHeaderGoesOutAsItCame) {
+  for (const auto& [number, data] : {std::pair(std::uint16_t{200}, data_of("\x13")),
+                                     std::pair(std::uint16_t{201}, data_of("\x13HOME TO LAKE        ")),
+                                     std::pair(std::uint16_t{202}, data_of("LAKE TO HOME\0"))})
+    EXPECT_EQ(encoded(kRouteHeaderFormats, number, header_of(number, data)), data);
+  EXPECT_EQ(encoded(kRouteHeaderFormats, 200, RouteHeader{}), data_of("\0"));
+  EXPECT_EQ(encoded(kRouteHeaderFormats, 200, RouteHeader{-1, ""}), data_of("\0"));
+  EXPECT_EQ(encoded(kRouteHeaderFormats, 201, RouteHeader{300, "TWENTY LETTERS AND MORE"}),
+            data_of("\xFFTWENTY LETTERS AND M"));
+  EXPECT_EQ(encoded(kRouteHeaderFormats, 202, RouteHeader{7, std::string(99, 'A')}).size(), 51U);
+}
+
 TEST(RouteRecords, RouteZeroIsANumberAndAnEmptyNameIsAName) {
   EXPECT_EQ(header_of(200, data_of("\0")).number, 0);
   EXPECT_EQ(header_of(202, data_of("\0")).name, "");
@@ -51,6 +68,27 @@ TEST(RouteRecords, ALinkIsKeptWithThePointThatItLeaves) {
             (std::array<std::uint8_t, 18>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18}));
   EXPECT_EQ(point.route_link_ident, "Route 66");
   EXPECT_EQ(point.detail_kind, store::kFullDetails);
+}
+
+TEST(RouteRecords, ALinkGoesOutAsItCameAndWithoutOneAPlainOne) {
+  store::ItemRecord point = store::blank_item();
+  const base::Bytes plain = data_of("\0\0\0\0\0\0\0\0\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\0");
+  EXPECT_EQ(encoded(kRouteLinkFormats, 210, point), plain);
+  ASSERT_TRUE(decode_record(kRouteLinkFormats, 210, "Pid_Rte_Link_Data", data_of(kLink), point));
+  EXPECT_EQ(encoded(kRouteLinkFormats, 210, point), data_of(kLink));
+  // All zeros are a subclass of their own for a line of a map (0), and none for a direct link (3) or a snapped one.
+  point.link_subclass = {};
+  point.route_link_ident = std::string(51, '\xE9');
+  const auto subclass_of = [&](std::uint16_t link_class) {
+    point.link_class = link_class;
+    const base::Bytes data = encoded(kRouteLinkFormats, 210, point);
+    EXPECT_EQ(data.size(), 20U + 51 + 1);
+    EXPECT_EQ(data[70], 'e');
+    return base::Bytes(data.begin() + 2, data.begin() + 20);
+  };
+  EXPECT_EQ(subclass_of(0), base::Bytes(18, 0));
+  EXPECT_EQ(subclass_of(3), base::Bytes(plain.begin() + 2, plain.begin() + 20));
+  EXPECT_EQ(subclass_of(0xFF), base::Bytes(plain.begin() + 2, plain.begin() + 20));
 }
 
 TEST(RouteRecords, ACutLinkLeavesThePointWithoutOne) {

@@ -11,7 +11,7 @@ namespace garmin {
 extern const std::span<const RecordFormat> kTrackPointFormats;
 
 // D310, D311, D312: the name of the log in ident, its colour as an index into store::kColourNames, segment
-// flag 2. D311 has a number n alone: the name is "Track n".
+// flag 2. D311 has a number n alone: the name is "Track n", and a log of another name goes out with its `number`.
 extern const std::span<const RecordFormat> kTrackHeaderFormats;
 
 }  // namespace garmin

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace garmin {
 namespace {
 
@@ -34,6 +36,50 @@ TEST(TrackRecords, EveryFormatKeepsPositionTimeAndSegmentStart) {
     EXPECT_EQ(item.time.seconds, 0x01020304U);
     EXPECT_EQ(item.segment_flag, store::kStartsSegment);
   }
+}
+
+base::Bytes encoded(std::uint16_t number, const ItemRecord& item) {
+  const bool is_point = find_format(kTrackPointFormats, number) != nullptr;
+  return encode_record(is_point ? kTrackPointFormats : kTrackHeaderFormats, number, item, {}).value_or(base::Bytes());
+}
+
+#define NOT_KNOWN "\x51\x59\x04\x69"
+
+TEST(TrackRecords, EveryFormatGivesBackTheBytesThatItCameIn) {
+  for (const auto& [number, data] :
+       {std::pair(std::uint16_t{300}, data_of(PLACE_AND_TIME "\x01")),
+        std::pair(std::uint16_t{300}, data_of("\0\0\0\x10\0\0\0\xC0\0\0\0\0\0")),
+        std::pair(std::uint16_t{301}, data_of(PLACE_AND_TIME ALTITUDE_DEPTH "\x01")),
+        std::pair(std::uint16_t{301}, data_of(PLACE_AND_TIME NOT_KNOWN NOT_KNOWN "\0")),
+        std::pair(std::uint16_t{302}, data_of(PLACE_AND_TIME ALTITUDE_DEPTH NOT_KNOWN "\0"))})
+    EXPECT_EQ(encoded(number, point(number, data)), data) << number;
+  for (const auto& [number, data] :
+       {std::pair(std::uint16_t{310}, data_of("\x01\x0C"
+                                              "MORNING RIDE\0")),
+        std::pair(std::uint16_t{310}, data_of("\x01\x00\0")), std::pair(std::uint16_t{311}, data_of("\x02\x01")),
+        std::pair(std::uint16_t{312}, data_of("\x01\xFFMORNING RIDE\0"))})
+    EXPECT_EQ(encoded(number, header(number, data)), data) << number;
+}
+
+TEST(TrackRecords, ALogWithANameOfItsOwnGoesOutWithItsNumber) {
+  ItemRecord item = store::blank_item();
+  item.number = 3;
+  for (const std::string_view name : {"Out and back", "Track", "Track ", "Track -1", "Track 65536", "Track 7 b"}) {
+    item.ident = name;
+    EXPECT_EQ(encoded(311, item), data_of("\x03\0")) << name;
+  }
+}
+
+TEST(TrackRecords, WhatNoReceiverCanHaveGoesOutAsNone) {
+  ItemRecord item = store::blank_item();
+  item.segment_flag = 77;
+  item.colour = 77;
+  item.altitude = -std::numeric_limits<float>::infinity();
+  item.depth = std::numeric_limits<float>::quiet_NaN();
+  EXPECT_EQ(encoded(301, item), data_of("\0\0\0\0\0\0\0\0\0\0\0\0" NOT_KNOWN NOT_KNOWN "\x01"));
+  EXPECT_EQ(encoded(310, item), data_of("\x01\xFF\0"));
+  item.position.latitude = 91;
+  EXPECT_TRUE(encoded(300, item).empty());
 }
 
 TEST(TrackRecords, AltitudeAndDepthAreKeptAndUnknownWithoutThem) {

@@ -1,296 +1,321 @@
 #include "garmin/waypoint_records.h"
 
 #include <array>
+#include <cmath>
+#include <limits>
 
-#include "store/settings.h"
+#include "garmin/record_fields.h"
+#include "garmin/waypoint_values.h"
 
 namespace garmin {
 namespace {
 
-using base::ByteReader;
 using store::ItemRecord;
 
-constexpr std::int16_t kSymbolOnly = 1;
-constexpr std::int16_t kSymbolAndName = 3;
-constexpr std::int16_t kSymbolAndComment = 5;
+class WaypointReading : public ItemReading {
+ public:
+  using ItemReading::ItemReading;
 
-// Display codes of D103, D107 to D110 and D403.
-constexpr std::array kDisplayModes{kSymbolAndName, kSymbolOnly, kSymbolAndComment};
-std::int16_t display_mode(unsigned code) {
-  return code < kDisplayModes.size() ? kDisplayModes[code] : kSymbolAndComment;
-}
+  void comment() { text(&ItemRecord::comment); }
+  void distance(float) {
+    const float metres = read_metres();
+    item_.proximity_distance = store::is_known(metres) ? metres : 0;
+  }
 
-// D104 and D155 use the store's own codes; 0 is a second "symbol only".
-std::int16_t display_mode_as_stored(std::uint8_t code) {
-  if (code <= kSymbolOnly) return kSymbolOnly;
-  return code == kSymbolAndName ? kSymbolAndName : kSymbolAndComment;
-}
+  void symbol_of_16() { set_symbol_of_16(in_.u8()); }
+  void symbol_type() { set_symbol_type(in_.u16()); }
+  void symbol_type_byte() { set_symbol_type(in_.u8()); }
+  void display() { item_.display_mode = display_mode(in_.u8()); }
+  void display_as_stored() { item_.display_mode = display_mode_as_stored(in_.u8()); }
+  void colour_of_four() { item_.colour = garmin::colour_of_four(in_.u8()); }
+  void colour() { item_.colour = garmin::colour(in_.u8()); }
+  void display_and_colour() {
+    const unsigned packed = in_.u8();
+    item_.colour = garmin::colour(packed & 0x1F);
+    item_.display_mode = display_mode(packed >> 5 & 3);
+  }
 
-// Deliberate : waypoints number their colours 0 black, 1 red, 2 blue, 3 green, 4 yellow, as the colour words
-// of text files do, so red, blue, green and yellow change places with the dark colours 1 to 4. All 16 stay distinct.
-constexpr std::array<std::uint8_t, 16> kColours{0, 9, 10, 11, 12, 5, 6, 7, 8, 1, 3, 4, 2, 13, 14, 15};
-// "Transparent" has no number in the store and counts as the default, like every undefined value.
-std::uint8_t colour(unsigned code) { return code < kColours.size() ? kColours[code] : store::kDefaultColour; }
+  // How receivers draw a waypoint whose format has neither symbol nor display option.
+  void drawn_as_named_dot() {
+    set_symbol_of_16(0);
+    item_.display_mode = kSymbolAndName;
+  }
+  void long_ident_details(std::uint16_t format) {
+    item_.record_type = format;
+    item_.detail_kind = store::kLongIdentDetails;
+    item_.display_mode = kSymbolAndName;
+  }
+  void class_of(std::uint16_t format) {
+    item_.waypoint_class = in_.u8();
+    item_.record_type = format;
+    if (format == 108) item_.detail_kind = item_.waypoint_class == 0 ? store::kNoDetails : store::kFullDetails;
+    if (format != 150) return;
+    item_.record_type = 154;
+    item_.waypoint_class = class_from_d150(item_.waypoint_class);
+  }
+  void subclass_of(std::uint16_t, std::size_t size) { std::ranges::copy(in_.bytes(size), item_.subclass.begin()); }
 
-// D107: default, red, green, blue.
-constexpr std::array<std::uint8_t, 4> kFourColours{store::kDefaultColour, 1, 3, 2};
-std::uint8_t colour_of_four(unsigned code) {
-  return code < kFourColours.size() ? kFourColours[code] : store::kDefaultColour;
-}
+  void whole_metres() { item_.altitude = in_.i16(); }
+  // An altitude of 0 is that of sea level at an aviation point, and that of nobody having set one at a user's.
+  void users_have_no_altitude_zero() {
+    if (item_.altitude == 0 && !is_aviation_point(item_)) item_.altitude = store::kNotKnown;
+  }
+  void index() { in_.skip(2); }
 
-void set_symbol_of_16(ItemRecord& item, std::uint8_t symbol) {
-  item.symbol = symbol;
-  item.symbol_mode = static_cast<std::uint8_t>(store::IconSet::G12xl);
-}
+ private:
+  void set_symbol_of_16(std::uint8_t symbol) {
+    item_.symbol = symbol;
+    item_.symbol_mode = static_cast<std::uint8_t>(store::IconSet::G12xl);
+  }
+  void set_symbol_type(std::uint16_t symbol) {
+    item_.symbol = static_cast<std::int16_t>(symbol);
+    item_.symbol_mode = store::kSymbolModeNotGiven;
+  }
+};
 
-void set_symbol_type(ItemRecord& item, std::uint16_t symbol) {
-  item.symbol = static_cast<std::int16_t>(symbol);
-  item.symbol_mode = store::kSymbolModeNotGiven;
-}
+class WaypointWriting : public ItemWriting {
+ public:
+  WaypointWriting(base::ByteWriter& out, const ItemRecord& item, const store::Settings& settings)
+      : ItemWriting(out, item, settings) {
+    // The one text has two names: it goes out in the one that the format has.
+    if (!is_aviation_type(item.record_type)) {
+      if (item_.name.empty()) item_.name = item.facility;
+    } else if (item_.facility.empty()) {
+      item_.facility = item.name;
+    }
+  }
 
-// How receivers draw a waypoint whose format has neither symbol nor display option.
-void draw_as_named_dot(ItemRecord& item) {
-  set_symbol_of_16(item, 0);
-  item.display_mode = kSymbolAndName;
-}
+  void comment() { out_.text(receiver_comment(item_.comment, Letters::Capitals), item_.comment.longest()); }
+  void distance(float none) {
+    const float metres = item_.proximity_distance;
+    out_.f32(metres != 0 && store::is_known(metres) && std::isfinite(metres) ? metres : none);
+  }
 
-void read_distance(ByteReader& in, ItemRecord& item) {
-  const float metres = read_metres(in);
-  item.proximity_distance = store::is_known(metres) ? metres : 0;
-}
+  void symbol_of_16() { out_.u8(garmin::symbol_of_16(item_, settings_)); }
+  void symbol_type() { out_.u16(garmin::symbol_type(item_, settings_, 0xFFFF)); }
+  void symbol_type_byte() { out_.u8(static_cast<std::uint8_t>(garmin::symbol_type(item_, settings_, 0xFF))); }
+  void display() { out_.u8(display_code(item_.display_mode)); }
+  void display_as_stored() { out_.u8(display_code_as_stored(item_.display_mode)); }
+  void colour_of_four() { out_.u8(colour_code_of_four(item_.colour)); }
+  void colour() { out_.u8(colour_code(item_.colour).value_or(255)); }
+  void display_and_colour() {
+    // The default of D109. D110 has the 16 colours and "transparent" alone; a value that it does not define is better
+    // than waypoints that cannot be seen.
+    constexpr unsigned kDefault = 0x1F;
+    const unsigned colour = colour_code(item_.colour).value_or(kDefault);
+    out_.u8(static_cast<std::uint8_t>(unsigned{display_code(item_.display_mode)} << 5 | colour));
+  }
 
-template <std::size_t N>
-void read_subclass(ByteReader& in, ItemRecord& item) {
-  static_assert(N <= std::tuple_size_v<decltype(item.subclass)>);
-  std::ranges::copy(in.bytes(N), item.subclass.begin());
-}
+  void drawn_as_named_dot() {}
+  void long_ident_details(std::uint16_t) {}
+  void class_of(std::uint16_t format) { out_.u8(class_number(item_, format)); }
+  void subclass_of(std::uint16_t format, std::size_t size) {
+    const std::array<std::uint8_t, 18> sent = subclass(item_, format);
+    out_.bytes(std::span(sent).first(size));
+  }
 
-// Each of the following formats is an earlier one with fields added at its end.
-bool decode_d100(ByteReader& in, ItemRecord& item) {
-  draw_as_named_dot(item);
-  item.ident = in.text(6);
-  const bool has_position = read_position(in, item.position);
-  in.skip(4);
-  item.comment = in.text(40);
-  return has_position;
-}
+  void whole_metres() {
+    using Metres = std::numeric_limits<std::int16_t>;
+    const float metres = item_.altitude;
+    const bool is_known = store::is_known(metres) && std::isfinite(metres);
+    out_.i16(is_known
+                 ? static_cast<std::int16_t>(std::clamp(std::round(metres), float{Metres::min()}, float{Metres::max()}))
+                 : std::int16_t{0});
+  }
+  void users_have_no_altitude_zero() {}
+  void index() { out_.u16(static_cast<std::uint16_t>(item_.number)); }
+};
 
-bool decode_d400(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d100(in, item);
-  read_distance(in, item);
-  return has_position;
-}
+// The layouts. Many are an earlier one with fields added at its end.
 
-bool decode_d101(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d400(in, item);
-  set_symbol_type(item, in.u8());
-  return has_position;
-}
+constexpr float kNoDistance = 0;  // D108 to D110 have kNotKnownToReceivers instead
 
-bool decode_d102(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d400(in, item);
-  set_symbol_type(item, in.u16());
-  return has_position;
-}
+constexpr auto d100 = [](auto& fields) {
+  fields.drawn_as_named_dot();
+  fields.ident(6);
+  fields.position();
+  fields.not_kept_u32(0);
+  fields.comment();
+};
 
-bool decode_d104(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d102(in, item);
-  item.display_mode = display_mode_as_stored(in.u8());
-  return has_position;
-}
+constexpr auto d400 = [](auto& fields) {
+  d100(fields);
+  fields.distance(kNoDistance);
+};
 
-bool decode_d103(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d100(in, item);
-  set_symbol_of_16(item, in.u8());
-  item.display_mode = display_mode(in.u8());
-  return has_position;
-}
+constexpr auto d101 = [](auto& fields) {
+  d400(fields);
+  fields.symbol_type_byte();
+};
 
-bool decode_d403(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d103(in, item);
-  read_distance(in, item);
-  return has_position;
-}
+constexpr auto d102 = [](auto& fields) {
+  d400(fields);
+  fields.symbol_type();
+};
 
-bool decode_d107(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d403(in, item);
-  item.colour = colour_of_four(in.u8());
-  return has_position;
-}
+constexpr auto d104 = [](auto& fields) {
+  d102(fields);
+  fields.display_as_stored();
+};
 
-bool read_long_ident_place(ByteReader& in, ItemRecord& item) {
-  item.detail_kind = store::kLongIdentDetails;
-  item.display_mode = kSymbolAndName;
-  const bool has_position = read_position(in, item.position);
-  set_symbol_type(item, in.u16());
-  item.ident = in.string();
-  return has_position;
-}
+constexpr auto d103 = [](auto& fields) {
+  d100(fields);
+  fields.symbol_of_16();
+  fields.display();
+};
 
-bool decode_d105(ByteReader& in, ItemRecord& item) {
-  item.record_type = 105;
-  return read_long_ident_place(in, item);
-}
+constexpr auto d403 = [](auto& fields) {
+  d103(fields);
+  fields.distance(kNoDistance);
+};
 
-bool decode_d106(ByteReader& in, ItemRecord& item) {
-  item.record_type = 106;
-  item.waypoint_class = in.u8();
-  read_subclass<13>(in, item);
-  const bool has_position = read_long_ident_place(in, item);
-  item.link_ident = in.string();
-  return has_position;
-}
+constexpr auto d107 = [](auto& fields) {
+  d403(fields);
+  fields.colour_of_four();
+};
 
-void set_full_class(ItemRecord& item, std::uint8_t waypoint_class) {
-  item.record_type = 108;
-  item.waypoint_class = waypoint_class;
-  item.detail_kind = waypoint_class == 0 ? store::kNoDetails : store::kFullDetails;
-}
+constexpr auto d105 = [](auto& fields) {
+  fields.long_ident_details(105);
+  fields.position();
+  fields.symbol_type();
+  fields.ident();
+};
+
+constexpr auto d106 = [](auto& fields) {
+  fields.class_of(106);
+  fields.subclass_of(106, 13);
+  fields.long_ident_details(106);
+  fields.position();
+  fields.symbol_type();
+  fields.ident();
+  fields.texts(&ItemRecord::link_ident);
+};
 
 // Symbol to country, alike in D108, D109 and D110.
-bool read_full_place(ByteReader& in, ItemRecord& item) {
-  set_symbol_type(item, in.u16());
-  read_subclass<18>(in, item);
-  const bool has_position = read_position(in, item.position);
-  item.altitude = read_metres(in);
-  item.depth = read_metres(in);
-  read_distance(in, item);
-  item.state = in.text(2);
-  item.country = in.text(2);
-  return has_position;
-}
+constexpr auto full_place = [](auto& fields) {
+  fields.symbol_type();
+  fields.subclass_of(108, 18);
+  fields.position();
+  fields.metres(&ItemRecord::altitude);
+  fields.metres(&ItemRecord::depth);
+  fields.distance(kNotKnownToReceivers);
+  fields.text(&ItemRecord::state);
+  fields.text(&ItemRecord::country);
+};
 
-void read_full_texts(ByteReader& in, ItemRecord& item) {
-  item.ident = in.string();
-  item.comment = in.string();
-  item.facility = in.string();
-  item.city = in.string();
-  item.address = in.string();
-  item.cross_road = in.string();
-}
+constexpr auto full_texts = [](auto& fields) {
+  fields.ident();
+  fields.texts(&ItemRecord::comment, &ItemRecord::facility, &ItemRecord::city, &ItemRecord::address,
+               &ItemRecord::cross_road);
+};
 
-bool decode_d108(ByteReader& in, ItemRecord& item) {
-  set_full_class(item, in.u8());
-  item.colour = colour(in.u8());
-  item.display_mode = display_mode(in.u8());
-  in.skip(1);  // attributes
-  const bool has_position = read_full_place(in, item);
-  read_full_texts(in, item);
-  return has_position;
-}
+constexpr auto d108 = [](auto& fields) {
+  fields.class_of(108);
+  fields.colour();
+  fields.display();
+  fields.not_kept_u8(0x60);  // attributes
+  full_place(fields);
+  full_texts(fields);
+};
 
-// Data type to country, alike in D109 and D110.
-bool read_packed_place(ByteReader& in, ItemRecord& item) {
-  in.skip(1);  // data type
-  set_full_class(item, in.u8());
-  const unsigned packed = in.u8();  // bits 0 to 4 colour, 5 and 6 display
-  item.colour = colour(packed & 0x1F);
-  item.display_mode = display_mode(packed >> 5 & 3);
-  in.skip(1);  // attributes
-  return read_full_place(in, item);
-}
+constexpr auto d109 = [](auto& fields) {
+  fields.not_kept_u8(1);  // data type
+  fields.class_of(108);
+  fields.display_and_colour();
+  fields.not_kept_u8(0x70);  // attributes
+  full_place(fields);
+  fields.not_kept_u32(kNoTime);  // time en route
+  full_texts(fields);
+};
 
-bool decode_d109(ByteReader& in, ItemRecord& item) {
-  const bool has_position = read_packed_place(in, item);
-  in.skip(4);  // time en route
-  read_full_texts(in, item);
-  return has_position;
-}
+constexpr auto d110 = [](auto& fields) {
+  fields.not_kept_u8(1);  // data type
+  fields.class_of(108);
+  fields.display_and_colour();
+  fields.not_kept_u8(0x80);  // attributes
+  full_place(fields);
+  fields.not_kept_u32(kNoTime);               // time en route
+  fields.not_kept_f32(kNotKnownToReceivers);  // temperature
+  fields.time(kNoTime);
+  fields.not_kept_u16(0);  // categories
+  full_texts(fields);
+};
 
-bool decode_d110(ByteReader& in, ItemRecord& item) {
-  const bool has_position = read_packed_place(in, item);
-  in.skip(4 + 4);  // time en route, temperature
-  item.time = read_time(in);
-  in.skip(2);  // categories
-  read_full_texts(in, item);
-  return has_position;
-}
+constexpr auto d150 = [](auto& fields) {
+  fields.drawn_as_named_dot();
+  fields.ident(6);
+  fields.text(&ItemRecord::country);
+  fields.class_of(150);
+  fields.position();
+  fields.whole_metres();
+  fields.text(&ItemRecord::city);
+  fields.text(&ItemRecord::state);
+  fields.text(&ItemRecord::name);
+  fields.comment();
+  fields.users_have_no_altitude_zero();
+};
 
-// Bit n is set when class n is a point of the aviation data base.
-constexpr unsigned kAviationClasses151 = 0b11;
-constexpr unsigned kAviationClasses152 = 0b1111;
-constexpr unsigned kAviationClasses154 = 0b1110'1111;
+constexpr auto d450 = [](auto& fields) {
+  fields.index();
+  d150(fields);
+  fields.distance(kNoDistance);
+};
 
-// An altitude of 0 is that of sea level at an aviation point, and that of nobody having set one at a user's.
-void set_altitude(ItemRecord& item, std::int16_t metres, unsigned aviation_classes) {
-  const bool is_aviation = item.waypoint_class < 8 && (aviation_classes >> item.waypoint_class & 1) != 0;
-  if (metres != 0 || is_aviation) item.altitude = metres;
-}
+// D151, D152 and the beginning of D154 and D155.
+template <std::uint16_t format>
+constexpr auto aviation = [](auto& fields) {
+  d400(fields);
+  fields.text(&ItemRecord::name);
+  fields.text(&ItemRecord::city);
+  fields.text(&ItemRecord::state);
+  fields.whole_metres();
+  fields.text(&ItemRecord::country);
+  fields.not_kept_u8(0);
+  fields.class_of(format);
+  fields.users_have_no_altitude_zero();
+};
 
-bool decode_d150(ByteReader& in, ItemRecord& item) {
-  constexpr std::uint8_t kLocked150 = 7;
-  constexpr std::uint8_t kLocked154 = 9;
-  draw_as_named_dot(item);
-  item.record_type = 154;
-  item.ident = in.text(6);
-  item.country = in.text(2);
-  item.waypoint_class = in.u8();
-  if (item.waypoint_class == kLocked150) item.waypoint_class = kLocked154;
-  const bool has_position = read_position(in, item.position);
-  set_altitude(item, in.i16(), kAviationClasses154);
-  item.city = in.text(24);
-  item.state = in.text(2);
-  item.name = in.text(30);
-  item.comment = in.text(40);
-  return has_position;
-}
+constexpr auto d154 = [](auto& fields) {
+  aviation<154>(fields);
+  fields.symbol_type();
+};
 
-bool decode_d450(ByteReader& in, ItemRecord& item) {
-  in.skip(2);  // index
-  const bool has_position = decode_d150(in, item);
-  read_distance(in, item);
-  return has_position;
-}
+constexpr auto d155 = [](auto& fields) {
+  aviation<155>(fields);
+  fields.symbol_type();
+  fields.display_as_stored();
+};
 
-template <std::uint16_t record_type, unsigned aviation_classes>
-bool decode_aviation(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_d400(in, item);
-  item.record_type = record_type;
-  item.name = in.text(30);
-  item.city = in.text(24);
-  item.state = in.text(2);
-  const std::int16_t altitude_metres = in.i16();
-  item.country = in.text(2);
-  in.skip(1);
-  item.waypoint_class = in.u8();
-  set_altitude(item, altitude_metres, aviation_classes);
-  return has_position;
-}
+constexpr NameRule kShort{6, Letters::Capitals};
+constexpr NameRule kLong{50, Letters::Ascii};
 
-bool decode_d154(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_aviation<154, kAviationClasses154>(in, item);
-  set_symbol_type(item, in.u16());
-  return has_position;
-}
-
-bool decode_d155(ByteReader& in, ItemRecord& item) {
-  const bool has_position = decode_aviation<155, kAviationClasses152>(in, item);
-  set_symbol_type(item, in.u16());
-  item.display_mode = display_mode_as_stored(in.u8());
-  return has_position;
+template <typename Layout>
+constexpr RecordFormat row(std::uint16_t number, std::size_t shortest, std::size_t longest, NameRule name,
+                           Layout layout) {
+  return row_of<WaypointReading, WaypointWriting>(number, shortest, longest, name, layout);
 }
 
 // Waypoint formats without a distance first, proximity formats that are no waypoint formats last.
 constexpr std::array kFormats{
-    RecordFormat{100, 58, 58, decode_d100},
-    RecordFormat{103, 60, 60, decode_d103},
-    RecordFormat{105, 11, kLongestRecord, decode_d105},
-    RecordFormat{106, 26, kLongestRecord, decode_d106},
-    RecordFormat{150, 115, 115, decode_d150},
-    RecordFormat{101, 63, 63, decode_d101},
-    RecordFormat{102, 64, 64, decode_d102},
-    RecordFormat{104, 65, 65, decode_d104},
-    RecordFormat{107, 65, 65, decode_d107},
-    RecordFormat{108, 54, kLongestRecord, decode_d108},
-    RecordFormat{109, 58, kLongestRecord, decode_d109},
-    RecordFormat{110, 68, kLongestRecord, decode_d110},
-    RecordFormat{151, 124, 124, decode_aviation<151, kAviationClasses151>},
-    RecordFormat{152, 124, 124, decode_aviation<152, kAviationClasses152>},
-    RecordFormat{154, 126, 126, decode_d154},
-    RecordFormat{155, 127, 127, decode_d155},
-    RecordFormat{400, 62, 62, decode_d400},
-    RecordFormat{403, 64, 64, decode_d403},
-    RecordFormat{450, 121, 121, decode_d450},
+    row(100, 58, 58, kShort, d100),
+    row(103, 60, 60, kShort, d103),
+    row(105, 11, kLongestRecord, kLong, d105),
+    row(106, 26, kLongestRecord, kLong, d106),
+    row(150, 115, 115, kShort, d150),
+    row(101, 63, 63, kShort, d101),
+    row(102, 64, 64, kShort, d102),
+    row(104, 65, 65, kShort, d104),
+    row(107, 65, 65, kShort, d107),
+    row(108, 54, kLongestRecord, kLong, d108),
+    row(109, 58, kLongestRecord, kLong, d109),
+    row(110, 68, kLongestRecord, kLong, d110),
+    row(151, 124, 124, kShort, aviation<151>),
+    row(152, 124, 124, kShort, aviation<152>),
+    row(154, 126, 126, kShort, d154),
+    row(155, 127, 127, kShort, d155),
+    row(400, 62, 62, kShort, d400),
+    row(403, 64, 64, kShort, d403),
+    row(450, 121, 121, kShort, d450),
 };
 constexpr std::size_t kWithoutDistance = 5;
 constexpr std::size_t kProximityOnly = 3;

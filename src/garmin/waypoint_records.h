@@ -17,6 +17,11 @@
 // colour has the numbers of the colour words of waypoint lines, see waypoint_records.cpp.
 //
 // proximity_distance is 0 when the receiver has none.
+//
+// Encoded in the format that it came in, an item gives the same bytes, but for what the store does not keep: unused
+// bytes, attributes, times en route, temperature and categories go out as the maker's document says for none. In other
+// formats its class, symbol and display option are those of the same meaning (see waypoint_values.h), and its name goes
+// out as the facility or the other way round. D450 has `number` as its index.
 #pragma once
 
 #include <span>

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 #include "tests/support/described_store.h"
 
 namespace garmin {
@@ -34,8 +36,10 @@ ItemRecord decoded(std::uint16_t number, const std::string& data) { return decod
 constexpr std::uint8_t kG12xl = 2;
 
 #define PLACE "\x00\x00\x00\xE0\x00\x00\x00\x08"  // 45 S (-2^29), 11.25 E (2^26)
-// Ident, place, unused, comment.
-#define HEAD "BRIDGE" PLACE "\x99\x99\x99\x99GO ACROSS HERE                          "
+// Ident, place, unused, comment; as receivers may send it and as it is sent to them.
+#define HEAD_WITH(unused) "BRIDGE" PLACE unused "GO ACROSS HERE                          "
+#define HEAD HEAD_WITH("\x99\x99\x99\x99")
+#define HEAD_SENT HEAD_WITH("\0\0\0\0")
 #define DISTANCE_250 "\x00\x00\x7A\x43"
 #define NOT_KNOWN "\x51\x59\x04\x69"
 #define NAME_30 "TOWN FIELD                    "
@@ -46,8 +50,10 @@ constexpr std::uint8_t kG12xl = 2;
 // Symbol 8210, subclass, place, altitude 1234.5 m, depth -2.5 m, distance 250 m, state, country.
 #define FULL_PLACE "\x12\x20" SUBCLASS_18 PLACE "\x00\x50\x9A\x44\x00\x00\x20\xC0" DISTANCE_250 "TXUS"
 #define FULL_TEXTS "Pass 12\0steep\0Hut\0Alpville\0High Road 12\0Low Road\0"
-// Distance, name, city, state, altitude -2 m, country, unused.
-#define AVIATION DISTANCE_250 NAME_30 CITY_24 "TX\xFE\xFFUS\x77"
+// Distance, name, city, state, altitude -2 m, country; an unused byte follows.
+#define AVIATION_START DISTANCE_250 NAME_30 CITY_24 "TX\xFE\xFFUS"
+#define AVIATION AVIATION_START "\x77"
+#define AVIATION_SENT AVIATION_START "\0"
 
 // Ident, country, class, place, altitude, city, state, name, comment.
 std::string d150(char waypoint_class, const std::string& altitude) {
@@ -128,6 +134,12 @@ struct Case {
   std::string data;
   ItemRecord item;
 };
+
+std::string encoded(std::span<const RecordFormat> formats, std::uint16_t number, const ItemRecord& item) {
+  const std::optional<Bytes> data = encode_record(formats, number, item, store::Settings{});
+  return data ? std::string(data->begin(), data->end()) : "refused";
+}
+
 void expect_decoded(std::span<const RecordFormat> formats, const std::vector<Case>& cases) {
   for (const auto& [number, data, item] : cases) {
     const ItemRecord found = decoded(formats, number, data);
@@ -168,6 +180,73 @@ TEST(WaypointRecords, EveryWaypointFormatKeepsAllItsFields) {
         with_field(short_item(250, 16387, kGivenLater, 1), 155, 5, -2)}});
 }
 
+// Both from the item and by way of what the bytes are decoded to.
+void expect_encoded(std::span<const RecordFormat> formats, const std::vector<Case>& cases) {
+  for (const auto& [number, data, item] : cases) {
+    EXPECT_EQ(encoded(formats, number, item), data) << number;
+    EXPECT_EQ(encoded(formats, number, decoded(formats, number, data)), data) << number;
+  }
+}
+
+TEST(WaypointRecords, EveryWaypointFormatGivesBackTheBytesThatItCameIn) {
+  constexpr int kGivenLater = store::kSymbolModeNotGiven;
+  const std::string none = "\xFF\xFF\xFF\xFF";
+  expect_encoded(
+      kWaypointFormats,
+      {{100, data_of(HEAD_SENT), short_item(0, 0, kG12xl, 3)},
+       {101, data_of(HEAD_SENT DISTANCE_250 "\x96"), short_item(250, 150, kGivenLater, 3)},
+       {101, data_of(HEAD_SENT "\0\0\0\0\x96"), short_item(0, 150, kGivenLater, 3)},
+       {102, data_of(HEAD_SENT DISTANCE_250 "\x12\x20"), short_item(250, 8210, kGivenLater, 3)},
+       {103, data_of(HEAD_SENT "\x06\x01"), short_item(0, 6, kG12xl, 1)},
+       {104, data_of(HEAD_SENT DISTANCE_250 "\x12\x20\x05"), short_item(250, 8210, kGivenLater, 5)},
+       {105, data_of(PLACE "\x12\x20Long Name Beyond Fifteen\0"), long_ident_item(105, "Long Name Beyond Fifteen")},
+       {106, data_of("\x80" D106_FROM_SUBCLASS), road(0x80)},
+       {106, data_of("\0" D106_FROM_SUBCLASS), road(0)},
+       {107, data_of(HEAD_SENT "\x07\x02" DISTANCE_250 "\x03"), short_item(250, 7, kG12xl, 5, 2)},
+       {108, data_of("\x83\x09\x02\x60" FULL_PLACE FULL_TEXTS), full_item(0x83, 5, 1)},
+       {108, data_of("\0\xFF\0\x60" FULL_PLACE FULL_TEXTS), full_item(0, 3, store::kDefaultColour)},
+       {109, data_of("\x01\x40\x49\x70" FULL_PLACE) + none + data_of(FULL_TEXTS), full_item(0x40, 5, 1)},
+       {109, data_of("\x01\x40\x3F\x70" FULL_PLACE) + none + data_of(FULL_TEXTS),
+        full_item(0x40, 1, store::kDefaultColour)},
+       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE) + none + data_of(NOT_KNOWN "\x04\x03\x02\x01\0\0" FULL_TEXTS),
+        full_item(0x81, 3, 2, 0x01020304)},
+       {110, data_of("\x01\x81\x1F\x80" FULL_PLACE) + none + data_of(NOT_KNOWN) + none + data_of("\0\0" FULL_TEXTS),
+        full_item(0x81, 3, store::kDefaultColour)},
+       {150, d150(6, "\xD2\x04"), airport(6)},
+       {150, d150(7, "\xD2\x04"), airport(9)},
+       {151, data_of(HEAD_SENT AVIATION_SENT "\x01"), with_field(short_item(250, 0, kG12xl, 3), 151, 1, -2)},
+       {152, data_of(HEAD_SENT AVIATION_SENT "\x03"), with_field(short_item(250, 0, kG12xl, 3), 152, 3, -2)},
+       {154, data_of(HEAD_SENT AVIATION_SENT "\x08\x03\x40"),
+        with_field(short_item(250, 16387, kGivenLater, 3), 154, 8, -2)},
+       {155, data_of(HEAD_SENT AVIATION_SENT "\x05\x03\x40\x01"),
+        with_field(short_item(250, 16387, kGivenLater, 1), 155, 5, -2)}});
+  ItemRecord seventh = airport(0, 250);
+  seventh.number = 7;
+  EXPECT_EQ(encoded(kProximityFormats, 450, seventh), data_of("\x07\0") + d150(0, "\xD2\x04") + data_of(DISTANCE_250));
+  expect_encoded(kProximityFormats,
+                 {{400, data_of(HEAD_SENT DISTANCE_250), short_item(250, 0, kG12xl, 3)},
+                  {403, data_of(HEAD_SENT "\x09\x01" DISTANCE_250), short_item(250, 9, kG12xl, 1)},
+                  {450, data_of("\0\0") + d150(0, "\xD2\x04") + data_of(DISTANCE_250), airport(0, 250)}});
+}
+
+TEST(WaypointRecords, WhatTheStoreHasNoFieldForGoesOutAsNone) {
+  const std::string none = "\xFF\xFF\xFF\xFF";
+  const auto sent_back = [](std::uint16_t number, const std::string& data) {
+    return encoded(kWaypointFormats, number, decoded(number, data));
+  };
+  // The unused bytes.
+  EXPECT_EQ(sent_back(100, data_of(HEAD)), data_of(HEAD_SENT));
+  EXPECT_EQ(sent_back(151, data_of(HEAD AVIATION "\x01")), data_of(HEAD_SENT AVIATION_SENT "\x01"));
+  // Undefined display codes, and the second one of D104 for "symbol only".
+  EXPECT_EQ(sent_back(103, data_of(HEAD "\x06\x07")), data_of(HEAD_SENT "\x06\x02"));
+  EXPECT_EQ(sent_back(104, data_of(HEAD DISTANCE_250 "\x12\x20\0")), data_of(HEAD_SENT DISTANCE_250 "\x12\x20\x01"));
+  // Data type, attributes, time en route, temperature, "transparent", a time of 0, categories.
+  EXPECT_EQ(sent_back(109, data_of("\x02\x40\x49\x77" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS)),
+            data_of("\x01\x40\x49\x70" FULL_PLACE) + none + data_of(FULL_TEXTS));
+  EXPECT_EQ(sent_back(110, data_of("\0\x81\x10\x99" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\0\0\0\0\x05\0" FULL_TEXTS)),
+            data_of("\x01\x81\x1F\x80" FULL_PLACE) + none + data_of(NOT_KNOWN) + none + data_of("\0\0" FULL_TEXTS));
+}
+
 TEST(WaypointRecords, ProximityFormatsKeepTheirDistance) {
   expect_decoded(kProximityFormats,
                  {{400, data_of(HEAD DISTANCE_250), short_item(250, 0, kG12xl, 3)},
@@ -192,7 +271,9 @@ TEST(WaypointRecords, EveryD108ColourKeepsANumberOfItsOwn) {
   for (char code = 0; code < 16; ++code) {
     std::string data = data_of("\0\0\0\x60" FULL_PLACE FULL_TEXTS);
     data[1] = code;
-    ++seen.at(decoded(108, data).colour);
+    const ItemRecord item = decoded(108, data);
+    ++seen.at(item.colour);
+    EXPECT_EQ(encoded(kWaypointFormats, 108, item), data);
   }
   EXPECT_EQ(seen, (std::array<int, 16>{1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}));
 }
@@ -208,6 +289,7 @@ TEST(WaypointRecords, UnknownHeightsStayUnknownAndAnUnknownDistanceIsNone) {
   EXPECT_EQ(none.proximity_distance, 0.0F);
   EXPECT_EQ(none.position, (geodesy::Position{45, -90}));
   EXPECT_EQ(none.ident, "A");
+  EXPECT_EQ(encoded(kWaypointFormats, 108, none).substr(32, 12), data_of(NOT_KNOWN NOT_KNOWN NOT_KNOWN));
   EXPECT_TRUE(none.state.empty());
   EXPECT_TRUE(none.cross_road.empty());
   // Not a number, minus infinity, not a number.
