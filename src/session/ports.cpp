@@ -8,7 +8,7 @@ namespace session {
 std::unique_ptr<serial::SerialDevice> make_device(const std::string& port_name, const SimulatedGarmin& garmin,
                                                   base::Clock& clock) {
   if (port_name == simulators::kGarminPortName)
-    return std::make_unique<simulators::GarminSimDevice>(garmin.data, garmin.options, clock);
+    return std::make_unique<simulators::GarminSimDevice>(garmin.data, garmin.options, clock, garmin.memory);
   if (port_name.starts_with("sim:")) return nullptr;
   return serial::make_system_device();
 }

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/clock.h"
 #include "serial/serial_device.h"
+#include "simulators/garmin_memory.h"
 #include "simulators/garmin_options.h"
 #include "simulators/simulated_data.h"
 
@@ -16,6 +18,7 @@ namespace session {
 struct SimulatedGarmin {
   simulators::SimulatedData data;
   simulators::GarminOptions options;
+  std::optional<simulators::GarminMemory> memory = std::nullopt;  // what it holds in place of the data, when given
 };
 
 // A simulated receiver for its name, a port of this machine for any other. Nothing for a simulated receiver

@@ -86,6 +86,27 @@ std::vector<simulators::SimTrack> sim_tracks(const store::ItemStore& items) {
   return tracks;
 }
 
+simulators::SimAlmanac sim_almanac(const store::Almanac& almanac) {
+  simulators::SimAlmanac result;
+  for (std::size_t i = 0; i < result.size(); ++i) {
+    const std::optional<store::AlmanacEntry>& entry = almanac.satellites[i];
+    if (!entry) continue;
+    result[i] = simulators::SimSatellite{.week = entry->week,
+                                         .time_of_applicability = entry->time_of_applicability,
+                                         .af0 = entry->af0,
+                                         .af1 = entry->af1,
+                                         .eccentricity = entry->eccentricity,
+                                         .sqrt_semi_major_axis = entry->sqrt_semi_major_axis,
+                                         .mean_anomaly = entry->mean_anomaly,
+                                         .argument_of_perigee = entry->argument_of_perigee,
+                                         .right_ascension = entry->right_ascension,
+                                         .rate_of_right_ascension = entry->rate_of_right_ascension,
+                                         .inclination = entry->inclination,
+                                         .health = entry->health.value_or(0)};
+  }
+  return result;
+}
+
 }  // namespace
 
 simulators::SimulatedData simulated_data(const store::ItemStore& items) {
@@ -97,6 +118,7 @@ simulators::SimulatedData simulated_data(const store::ItemStore& items) {
   for (int number = 0; number < store::kRouteCapacity; ++number)
     if (items.route(number).header) data.routes.push_back(sim_route(number, items.route(number)));
   data.tracks = sim_tracks(items);
+  data.almanac = sim_almanac(items.almanac());
   return data;
 }
 

@@ -6,6 +6,15 @@
 #include "session/simulated_receivers.h"
 
 namespace session {
+namespace {
+
+// D550 and D551 are not downloaded.
+bool has_readable_almanac(const simulators::GarminOptions& options) {
+  const int format = simulators::chosen_capabilities(options).capabilities.almanac_data;
+  return format == 500 || format == 501;
+}
+
+}  // namespace
 
 std::string wish_for_garmin(Session& session, const SimulatorWishes& wishes) {
   simulators::GarminOptions& options = session.simulated_garmin.options;
@@ -26,7 +35,10 @@ std::string wish_for_garmin(Session& session, const SimulatorWishes& wishes) {
   return simulators::garmin_options_problem(options);
 }
 
-void load_simulated_garmin(Session& session) { session.simulated_garmin.data = simulated_data(session.items); }
+void load_simulated_garmin(Session& session) {
+  session.simulated_garmin.data = simulated_data(session.items);
+  session.simulated_garmin.memory.reset();
+}
 
 // A receiver without faults and on a fast line gives away all that it holds.
 bool take_simulated_contents(Session& session) {
@@ -36,7 +48,9 @@ bool take_simulated_contents(Session& session) {
   session.settings.GPS = store::Family::Garmin;
   session.apply_settings();
   session.items.clear_all();
-  return session.garmin_transfers.download(garmin::Kind::All);
+  const bool all_came = session.garmin_downloads.download(garmin::Kind::All);
+  if (!has_readable_almanac(session.simulated_garmin.options)) return all_came;
+  return session.garmin_downloads.download(garmin::Kind::Almanac) && all_came;
 }
 
 }  // namespace session

@@ -26,13 +26,13 @@ struct SimulatorWishes {
 void load_simulated_garmin(Session& session);
 
 // Serves the session's simulated receiver on a new pseudo-terminal, also found as the symbolic link `link` unless that
-// is empty, until stop() is true or the receiver is unplugged. started() is told the path; when it returns false the
-// receiver is not served. Empty on success, else what went wrong.
+// is empty, until stop() is true or the receiver is unplugged; what it holds then stays the session's. started() is
+// told the path; when it returns false the receiver is not served. Empty on success, else what went wrong.
 [[nodiscard]] std::string serve_simulated_garmin(Session& session, const std::string& link,
                                                  const std::function<bool(const std::string& path)>& started,
                                                  const std::function<bool()>& stop);
 
-// Fills the stores with what the simulated receiver holds and gives away; false when that failed.
+// Fills the stores with what the simulated receiver holds and gives away, the almanac included; false when that failed.
 [[nodiscard]] bool take_simulated_contents(Session& session);
 
 }  // namespace session

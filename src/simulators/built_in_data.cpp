@@ -169,6 +169,40 @@ SimWaypoint proximity_at(std::string_view ident, float metres) {
   return waypoint;
 }
 
+// 28 satellites, spread over six planes as the real ones are, with the small irregularities that orbits have.
+SimAlmanac believable_almanac() {
+  constexpr std::array kMissing{12, 16, 19, 32};  // PRN numbers
+  constexpr int kUnusable = 15;
+  constexpr int kPlanes = 6;
+  constexpr double kDegree = std::numbers::pi / 180.0;
+  const auto angle = [](double degrees) { return static_cast<float>(std::remainder(degrees, 360.0) * kDegree); };
+  SimAlmanac almanac;
+  int count = 0;
+  for (int prn = 1; prn <= static_cast<int>(almanac.size()); ++prn) {
+    if (std::ranges::find(kMissing, prn) != kMissing.end()) continue;
+    const int plane = count % kPlanes;
+    const int slot = count / kPlanes;
+    ++count;
+    const double wobble = std::sin(7.0 * prn);  // -1 to 1
+    const double perigee = 37.0 * prn;
+    almanac[static_cast<std::size_t>(prn - 1)] = SimSatellite{
+        .week = 92,  // that of the weekend
+        .time_of_applicability = 405504,
+        .af0 = static_cast<float>(3e-4 * wobble),
+        .af1 = static_cast<float>(3.6e-12 * std::round(3 * wobble)),
+        .eccentricity = static_cast<float>(0.009 + 0.007 * wobble),
+        .sqrt_semi_major_axis = static_cast<float>(5153.6 + 0.05 * wobble),
+        .mean_anomaly = angle(72.0 * slot + 28.0 * plane - perigee),
+        .argument_of_perigee = angle(perigee),
+        .right_ascension = angle(15.0 + 60.0 * plane + wobble),
+        .rate_of_right_ascension = static_cast<float>(-7.9e-9 + 2e-10 * wobble),
+        .inclination = static_cast<float>((55.0 + wobble) * kDegree),
+        .health = prn == kUnusable ? std::uint8_t{63} : std::uint8_t{0},
+    };
+  }
+  return almanac;
+}
+
 }  // namespace
 
 SimulatedData believable_weekend() {
@@ -183,6 +217,7 @@ SimulatedData believable_weekend() {
   data.tracks = {track_along("SATURDAY FELLS", kRed, kOldMan, kSaturdayMorning, 1.1),
                  track_along("SUNDAY CANOE", kBlue, kPaddle, kSundayMorning, 1.3)};
   data.proximity = {proximity_at("DOWCRG", 150), proximity_at("LEVERW", 100), proximity_at("PEELIS", 200)};
+  data.almanac = believable_almanac();
   return data;
 }
 

@@ -48,5 +48,26 @@ TEST(BelievableWeekend, ItsTracksAreWalkedAndPaddledAtAPlausibleSpeed) {
   }
 }
 
+TEST(BelievableWeekend, ItsSatellitesAreSpreadOverSixPlanesAndCollideNowhere) {
+  const SimulatedData data = believable_weekend();
+  std::set<long> planes;
+  std::set<std::pair<long, long>> places;  // plane, degrees along it
+  for (const std::optional<SimSatellite>& satellite : data.almanac) {
+    if (!satellite) continue;
+    const double kDegrees = 180 / 3.14159265;
+    const long plane = std::lround(satellite->right_ascension * kDegrees / 60);
+    planes.insert((plane + 6) % 6);
+    const double along = (satellite->mean_anomaly + satellite->argument_of_perigee) * kDegrees;
+    EXPECT_TRUE(places.insert({plane, std::lround(along / 10 + 72) % 36}).second);
+    EXPECT_NEAR(satellite->inclination * kDegrees, 55, 1.1);
+    EXPECT_NEAR(satellite->sqrt_semi_major_axis, 5153.6, 0.1);
+    EXPECT_GT(satellite->eccentricity, 0);
+    EXPECT_LE(std::abs(satellite->mean_anomaly), 3.1416F);
+    EXPECT_LE(std::abs(satellite->argument_of_perigee), 3.1416F);
+  }
+  EXPECT_EQ(planes.size(), 6u);
+  EXPECT_EQ(places.size(), 28u);
+}
+
 }  // namespace
 }  // namespace simulators

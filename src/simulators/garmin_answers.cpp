@@ -3,17 +3,16 @@
 #include <chrono>
 #include <numbers>
 
+#include "simulators/garmin_screen.h"
 #include "simulators/garmin_simulator.h"
 
 namespace simulators {
 
 namespace {
 
-constexpr std::uint8_t kTransferComplete = 12;
 constexpr std::uint8_t kVoltages = 40;
 constexpr std::uint8_t kProtocolArray = 253;
 constexpr std::uint8_t kProductData = 255;
-constexpr std::size_t kMostRecords = 0xFFFF;
 
 constexpr std::chrono::microseconds kPvtInterval = std::chrono::seconds(1);
 constexpr std::int64_t kGarminEpoch = 631065600;  // 1989-12-31 00:00:00 UTC in Unix seconds
@@ -49,7 +48,7 @@ void GarminSimulator::abort_transfer(Time) { stop_sending(); }
 void GarminSimulator::send_date_time(Time at) {
   if (capabilities_.capabilities.date_time_transfer == 0) return;
   using namespace std::chrono;
-  const sys_seconds now{seconds(clock_.unix_seconds())};
+  const sys_seconds now{seconds(own_unix_seconds())};
   const sys_days today = floor<days>(now);
   const year_month_day date(today);
   const hh_mm_ss time(now - today);
@@ -76,6 +75,8 @@ void GarminSimulator::send_voltages(Time at) {
   send_all({{kVoltages, base::ByteWriter().i16(kInternal).i16(kExternal).result()}}, at);
 }
 
+void GarminSimulator::send_screen(Time at) { send_all(screen_packets(options_), at); }
+
 void GarminSimulator::start_pvt(Time at) {
   if (capabilities_.capabilities.pvt_transfer != 0) pvt_due_ = at;
 }
@@ -84,8 +85,8 @@ void GarminSimulator::stop_pvt(Time) { pvt_due_.reset(); }
 
 void GarminSimulator::send_pvt(Time at) {
   pvt_due_ = at + kPvtInterval;
-  if (ack_deadline_) return;  // it never comes between the packets of a transfer
-  const std::int64_t gps_seconds = clock_.unix_seconds() - kGarminEpoch + kLeapSeconds;
+  if (ack_deadline_ || upload_is_open(at)) return;  // it never comes between the packets of a transfer
+  const std::int64_t gps_seconds = own_unix_seconds() - kGarminEpoch + kLeapSeconds;
   constexpr float kEllipsoidAboveSea = -52.0F;  // at the place where it stands
   base::ByteWriter out;
   out.f32(here_.altitude.value_or(0) - kEllipsoidAboveSea).f32(8.0F).f32(6.0F).f32(5.0F);

@@ -9,9 +9,16 @@
 
 namespace simulators {
 
+// Packet ids that every link has.
+inline constexpr std::uint8_t kAck = 6;
+inline constexpr std::uint8_t kTransferComplete = 12;
+inline constexpr std::uint8_t kNak = 21;
+
 struct Packet {
   std::uint8_t id = 0;
   base::Bytes data;  // at most 255 bytes
+
+  friend bool operator==(const Packet&, const Packet&) = default;
 };
 
 // The packet as it goes over the wire. A `damaged` one has a checksum that is off by one.

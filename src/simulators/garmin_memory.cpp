@@ -9,6 +9,7 @@ namespace {
 constexpr LinkIds kLink1{.date_time = 14,
                          .position = 17,
                          .pvt = 51,
+                         .almanac = 31,
                          .records = 27,
                          .waypoint = 35,
                          .route_header = 29,
@@ -20,6 +21,7 @@ constexpr LinkIds kLink1{.date_time = 14,
 constexpr LinkIds kLink2{.date_time = 20,
                          .position = 24,
                          .pvt = 0,
+                         .almanac = 4,
                          .records = 35,
                          .waypoint = 43,
                          .route_header = 37,
@@ -80,6 +82,15 @@ std::vector<Packet> track_packets(const std::vector<SimTrack>& tracks, const Lin
   return std::move(out).result();
 }
 
+// D500 and D501 do not name their satellite: a record for each, in the order of the PRN numbers.
+std::vector<Packet> almanac_packets(const SimAlmanac& almanac, std::uint8_t id, int format) {
+  Collector out;
+  for (std::size_t i = 0; i < almanac.size(); ++i) {
+    if (almanac[i] || !names_satellite(format)) out.add(id, encode_satellite(format, static_cast<int>(i), almanac[i]));
+  }
+  return std::move(out).result();
+}
+
 }  // namespace
 
 const LinkIds& link_ids(int link) { return link == 2 ? kLink2 : kLink1; }
@@ -97,6 +108,7 @@ GarminMemory fill_memory(const SimulatedData& data, const GarminCapabilities& ca
   if (can.proximity_transfer != 0) {
     memory.proximity = waypoint_packets(data.proximity, ids.proximity, can.proximity_data);
   }
+  if (can.almanac_transfer != 0) memory.almanac = almanac_packets(data.almanac, ids.almanac, can.almanac_data);
   return memory;
 }
 

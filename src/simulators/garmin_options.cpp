@@ -36,6 +36,14 @@ std::optional<Fault> parse_fault(std::string_view text) {
   return Fault{name->second, static_cast<int>(*packet)};
 }
 
+bool is_possible(const ScreenShape& shape) {
+  constexpr int kLongestSide = 1024;
+  constexpr std::array kDepths{1, 2, 4, 8};
+  const auto is_side = [](int pixels) { return pixels >= 1 && pixels <= kLongestSide; };
+  return is_side(shape.width) && is_side(shape.lines) &&
+         std::ranges::find(kDepths, shape.bits_per_pixel) != kDepths.end();
+}
+
 std::string garmin_options_problem(const GarminOptions& options) {
   if (options.baud < 0 || options.baud > kFastestBaud) {
     return base::format_text("A wire of %d bits per second cannot be simulated: 1 to %d, or 0 for no limit",
@@ -43,6 +51,10 @@ std::string garmin_options_problem(const GarminOptions& options) {
   }
   if (options.description.size() > kLongestDescription) {
     return "A description has at most " + std::to_string(kLongestDescription) + " characters";
+  }
+  if (const ScreenShape screen = options.screen.value_or(ScreenShape{}); !is_possible(screen)) {
+    return base::format_text("A screen of %d by %d pixels of %d bits cannot be simulated", screen.width, screen.lines,
+                             screen.bits_per_pixel);
   }
   std::string problem;
   if (options.protocols && !sends_no_array(options)) (void)parse_protocols(*options.protocols, problem);

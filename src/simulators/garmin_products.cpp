@@ -114,7 +114,6 @@ template <int Format>
 bool is(int format) {
   return format == Format;
 }
-bool is_almanac_format(int format) { return format == 500 || format == 501 || format == 550 || format == 551; }
 bool is_named_track_header(int format) { return format == 310 || format == 312; }
 
 using C = GarminCapabilities;
@@ -182,13 +181,14 @@ std::string apply_entry(std::span<const ArrayEntry> entries, GarminCapabilities&
 }  // namespace
 
 std::optional<GarminCapabilities> capabilities_from_table(std::uint16_t product_id, std::int16_t software_version) {
-  const auto rows = std::ranges::equal_range(kProducts, product_id, {}, &ProductRow::product_id);
-  const auto row = std::ranges::find_if(rows, [&](const ProductRow& candidate) {
+  const auto first = std::ranges::find(kProducts, product_id, &ProductRow::product_id);
+  const auto row = std::find_if(first, kProducts.end(), [&](const ProductRow& candidate) {
     const int limit = candidate.version_limit;
+    if (candidate.product_id != product_id) return false;
     if (limit < 0) return software_version < -limit;
-    return &candidate == &rows.front() || software_version >= limit;
+    return &candidate == &*first || software_version >= limit;
   });
-  if (row == rows.end()) return std::nullopt;
+  if (row == kProducts.end()) return std::nullopt;
   GarminCapabilities result{.link = row->link, .command = row->link == 1 ? 10 : 11};
   result.waypoint_transfer = 100;
   result.waypoint_data = row->waypoint_data;

@@ -89,11 +89,17 @@ TEST(ParseFault, OnlyAKnownKindAtAPacketFromOneIsAFault) {
   }
 }
 
-TEST(GarminOptionsProblem, SpeedsThatNoWireHasAreRefused) {
+TEST(GarminOptionsProblem, SpeedsThatNoWireHasAndScreensThatNobodyMakesAreRefused) {
   GarminOptions options;
   options.baud = -1;
   EXPECT_NE(garmin_options_problem(options), "");
   options.baud = 115200;
+  for (const ScreenShape& shape :
+       {ScreenShape{0, 1, 1}, ScreenShape{1, -1, 1}, ScreenShape{2000, 1, 1}, ScreenShape{8, 8, 3}}) {
+    options.screen = shape;
+    EXPECT_NE(garmin_options_problem(options), "");
+  }
+  options.screen = ScreenShape{8, 8, 1};
   EXPECT_EQ(garmin_options_problem(options), "");
 }
 

@@ -286,6 +286,10 @@ bool is_route_header_format(int format) { return format >= 200 && format <= 202;
 
 bool is_track_point_format(int format) { return format >= 300 && format <= 302; }
 
+bool is_almanac_format(int format) { return format == 500 || format == 501 || names_satellite(format); }
+
+bool names_satellite(int format) { return format == 550 || format == 551; }
+
 std::optional<base::Bytes> encode_waypoint(int format, const SimWaypoint& waypoint, int index) {
   const auto row = std::ranges::find(kWaypointFormats, format, &WaypointFormat::format);
   if (row == kWaypointFormats.end()) return std::nullopt;
@@ -334,6 +338,18 @@ std::optional<base::Bytes> encode_track_point(int format, const SimTrackPoint& p
   if (format >= 301) out.f32(or_unknown(point.altitude)).f32(or_unknown(point.depth));
   if (format == 302) out.f32(kUnknownLength);  // temperature
   out.u8(starts_segment ? 1 : 0);
+  return out.result();
+}
+
+std::optional<base::Bytes> encode_satellite(int format, int index, const std::optional<SimSatellite>& satellite) {
+  if (!is_almanac_format(format)) return std::nullopt;
+  const SimSatellite orbit = satellite.value_or(SimSatellite{.week = -1});
+  ByteWriter out;
+  if (names_satellite(format)) out.u8(static_cast<std::uint8_t>(index));
+  out.i16(orbit.week).f32(orbit.time_of_applicability).f32(orbit.af0).f32(orbit.af1);
+  out.f32(orbit.eccentricity).f32(orbit.sqrt_semi_major_axis).f32(orbit.mean_anomaly).f32(orbit.argument_of_perigee);
+  out.f32(orbit.right_ascension).f32(orbit.rate_of_right_ascension).f32(orbit.inclination);
+  if (format == 501 || format == 551) out.u8(orbit.health);
   return out.result();
 }
 

@@ -1,5 +1,5 @@
 // Records as a simulated Garmin receiver keeps and sends them, after the maker's published data formats (D100
-// to D450). Texts are cut to their fields; records never exceed the 255 bytes of a packet.
+// to D551). Texts are cut to their fields; records never exceed the 255 bytes of a packet.
 #pragma once
 
 #include <optional>
@@ -14,6 +14,9 @@ namespace simulators {
 [[nodiscard]] bool is_proximity_format(int format);
 [[nodiscard]] bool is_route_header_format(int format);
 [[nodiscard]] bool is_track_point_format(int format);
+[[nodiscard]] bool is_almanac_format(int format);
+// Of an almanac format: whether its records say which satellite they describe.
+[[nodiscard]] bool names_satellite(int format);
 
 // The encoders return nothing for a format that is not theirs.
 
@@ -25,5 +28,8 @@ namespace simulators {
 [[nodiscard]] std::optional<base::Bytes> encode_track_header(int format, const SimTrack& track, int index);
 [[nodiscard]] std::optional<base::Bytes> encode_track_point(int format, const SimTrackPoint& point,
                                                             bool starts_segment);
+// `index` is the PRN number minus 1; no satellite gives the record of one that is not known, a negative week.
+[[nodiscard]] std::optional<base::Bytes> encode_satellite(int format, int index,
+                                                          const std::optional<SimSatellite>& satellite);
 
 }  // namespace simulators

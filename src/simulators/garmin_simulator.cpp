@@ -10,31 +10,14 @@ namespace {
 
 using std::chrono::microseconds;
 
-constexpr std::uint8_t kAck = 6;
 constexpr std::uint8_t kCommand = 10;
 constexpr std::uint8_t kCommandOfLink2 = 11;
-constexpr std::uint8_t kNak = 21;
 constexpr std::uint8_t kProductRequest = 254;
 
-constexpr std::uint16_t kNoCommand = 0xFFFF;
 constexpr microseconds kAckPatience = std::chrono::seconds(2);
 constexpr int kMostRepetitions = 3;
 constexpr std::size_t kInputCapacity = 4096;
 constexpr std::size_t kOutputCapacity = 65536;  // far more than one packet: only an unread port comes near it
-
-// Meaningless bytes, the same ones for the same packet. Without ETX, so that no packet seems to end in them.
-base::Bytes noise(int packet_number) {
-  constexpr std::size_t kSize = 24;
-  constexpr std::uint8_t kEtx = 3;
-  base::Bytes bytes;
-  std::uint32_t state = static_cast<std::uint32_t>(packet_number);
-  while (bytes.size() < kSize) {
-    state = state * 1664525U + 1013904223U;
-    const auto byte = static_cast<std::uint8_t>(state >> 24);
-    if (byte != kEtx) bytes.push_back(byte);
-  }
-  return bytes;
-}
 
 SimWaypoint where_it_stands(const SimulatedData& data) {
   if (!data.waypoints.empty()) return data.waypoints.front();
@@ -46,40 +29,36 @@ SimWaypoint where_it_stands(const SimulatedData& data) {
 
 }  // namespace
 
-// A command by its number in either command protocol: it sends records, or it runs a function.
-struct GarminSimulator::Command {
-  std::uint16_t a010;
-  std::uint16_t a011;
-  GarminMemory::Records GarminMemory::*records;
+struct GarminSimulator::Function {
+  CommandNumbers numbers;
   void (GarminSimulator::*run)(Time at);
 };
 
-std::span<const GarminSimulator::Command> GarminSimulator::commands() {
-  static constexpr std::array kCommands = std::to_array<Command>({
-      {0, 0, nullptr, &GarminSimulator::abort_transfer},
-      {2, kNoCommand, nullptr, &GarminSimulator::send_position},
-      {3, 17, &GarminMemory::proximity, nullptr},
-      {4, 8, &GarminMemory::routes, nullptr},
-      {5, 20, nullptr, &GarminSimulator::send_date_time},
-      {6, kNoCommand, &GarminMemory::tracks, nullptr},
-      {7, 21, &GarminMemory::waypoints, nullptr},
-      {8, 26, nullptr, &GarminSimulator::power_off},
-      {17, kNoCommand, nullptr, &GarminSimulator::send_voltages},
-      {49, kNoCommand, nullptr, &GarminSimulator::start_pvt},
-      {50, kNoCommand, nullptr, &GarminSimulator::stop_pvt},
+std::span<const GarminSimulator::Function> GarminSimulator::functions() {
+  static constexpr std::array kFunctions = std::to_array<Function>({
+      {{0, 0}, &GarminSimulator::abort_transfer},
+      {{2, kNoCommand}, &GarminSimulator::send_position},
+      {{5, 20}, &GarminSimulator::send_date_time},
+      {{8, 26}, &GarminSimulator::power_off},
+      {{17, kNoCommand}, &GarminSimulator::send_voltages},
+      {{32, kNoCommand}, &GarminSimulator::send_screen},
+      {{49, kNoCommand}, &GarminSimulator::start_pvt},
+      {{50, kNoCommand}, &GarminSimulator::stop_pvt},
   });
-  return kCommands;
+  return kFunctions;
 }
 
-GarminSimulator::GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock)
+GarminSimulator::GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock,
+                                 std::optional<GarminMemory> memory)
     : clock_(clock),
       options_(options),
       capabilities_(chosen_capabilities(options)),
       ids_(link_ids(capabilities_.capabilities.link)),
-      memory_(fill_memory(data, capabilities_.capabilities)),
+      memory_(memory ? std::move(*memory) : fill_memory(data, capabilities_.capabilities)),
       here_(where_it_stands(data)),
       input_(options.baud, kInputCapacity),
-      output_(options.baud, kOutputCapacity) {}
+      output_(options.baud, kOutputCapacity),
+      upload_(capabilities_.capabilities) {}
 
 void GarminSimulator::receive(std::span<const std::uint8_t> bytes) {
   const Time now = clock_.monotonic();
@@ -105,6 +84,7 @@ bool GarminSimulator::output_ready() {
 
 std::optional<std::uint8_t> GarminSimulator::take_output() {
   if (!output_ready()) return std::nullopt;
+  ++bytes_taken_;
   return output_.take();
 }
 
@@ -152,7 +132,7 @@ std::optional<GarminSimulator::Time> GarminSimulator::next_event() const {
 }
 
 void GarminSimulator::on_byte(std::uint8_t byte, Time at) {
-  if (off_) return;
+  if (off_ || silent_) return;
   const std::optional<PacketFinder::Frame> frame = finder_.feed(byte);
   if (!frame) return;
   if (frame->good) {
@@ -164,16 +144,18 @@ void GarminSimulator::on_byte(std::uint8_t byte, Time at) {
 
 void GarminSimulator::on_packet(const Packet& packet, Time at) {
   if (packet.id == kAck) return on_acknowledged(packet, at);
-  if (packet.id == kNak) {
-    if (ack_deadline_) repeat(at);
-    return;
-  }
-  answer(kAck, packet.id, at);
+  if (packet.id == kNak) return on_nak(at);
   const bool is_link2 = capabilities_.capabilities.link == 2;
-  if (packet.id == kProductRequest) {
-    send_product_data(at);
-  } else if (packet.id == kCommand || (is_link2 && packet.id == kCommandOfLink2)) {
+  const bool is_command = packet.id == kCommand || (is_link2 && packet.id == kCommandOfLink2);
+  if (!is_command && packet.id != kProductRequest && is_taken_in(packet.id, at)) return on_reception(packet, at);
+  answer(kAck, packet.id, at);
+  if (!is_command && packet.id != kProductRequest) return;
+  upload_.stop();
+  reception_.reset();
+  if (is_command) {
     on_command(packet, at);
+  } else {
+    send_product_data(at);
   }
 }
 
@@ -181,25 +163,47 @@ void GarminSimulator::on_acknowledged(const Packet& ack, Time at) {
   if (!ack_deadline_) return;
   const std::uint8_t id = ack.data.empty() ? std::uint8_t{0} : ack.data[0];
   if (id != 0 && id == ids_.pvt) return;  // that data goes out unasked and is never repeated
+  // Hosts may acknowledge a packet twice, or ask for almanac records by acknowledging ahead. The host cannot mean a
+  // packet that is still on its way to it, nor is the packet before in want of another acknowledgement.
+  if (bytes_taken_ < outgoing_end_) return;
+  const std::uint8_t awaited = outgoing_[next_outgoing_].id;
+  if (id != awaited && next_outgoing_ > 0 && id == outgoing_[next_outgoing_ - 1].id) return;
   if (std::exchange(loses_next_ack_, false)) return;
-  if (id != outgoing_[next_outgoing_].id) return repeat(at);
+  if (id != awaited) return repeat(at);
   ++next_outgoing_;
   send_next(at);
+}
+
+// What the host did not understand is the packet that waits, or else the answer to the latest that was taken in.
+void GarminSimulator::on_nak(Time at) {
+  if (ack_deadline_) return repeat(at);
+  if (reception_) answer_again(at);
 }
 
 void GarminSimulator::on_command(const Packet& packet, Time at) {
   base::ByteReader in(packet.data);
   const std::uint16_t number = in.u16();
-  if (!in.ok()) return;
-  const auto numbered = capabilities_.capabilities.command == 11 ? &Command::a011 : &Command::a010;
-  const std::span<const Command> all = commands();
-  const auto command = std::ranges::find(all, number, numbered);
-  if (command == all.end() || number == kNoCommand) return;
-  if (command->records != nullptr) {
-    send_records(memory_.*command->records, number, at);
-  } else {
-    (this->*command->run)(at);
+  if (!in.ok() || number == kNoCommand) return;
+  // Deliberate : a receiver with an array understands A010 numbers first, whatever command protocol the array names,
+  // for hosts that do not look at it. No real receiver has an array that names A011.
+  const bool is_a011 = capabilities_.capabilities.command == 11;
+  const bool has_array = !capabilities_.data.empty();
+  if ((has_array || !is_a011) && obey(number, &CommandNumbers::a010, at)) return;
+  if (is_a011) (void)obey(number, &CommandNumbers::a011, at);
+}
+
+bool GarminSimulator::obey(std::uint16_t number, std::uint16_t CommandNumbers::*numbered, Time at) {
+  const auto has_number = [&](const auto& command) { return command.numbers.*numbered == number; };
+  const auto transfer = std::ranges::find_if(kTransferCommands, has_number);
+  if (transfer != kTransferCommands.end()) {
+    send_records(memory_.*transfer->records, number, at);
+    return true;
   }
+  const std::span<const Function> all = functions();
+  const auto function = std::ranges::find_if(all, has_number);
+  if (function == all.end()) return false;
+  (this->*function->run)(at);
+  return true;
 }
 
 void GarminSimulator::send_all(std::vector<Packet> packets, Time at) {
@@ -213,12 +217,17 @@ void GarminSimulator::send_next(Time at) {
   if (next_outgoing_ == outgoing_.size()) return stop_sending();
   repetitions_ = 0;
   send_new(outgoing_[next_outgoing_], at);
-  if (!unplugged_) ack_deadline_ = std::max(at, output_.idle_from()) + kAckPatience;
+  if (!unplugged_) wait_for_ack(at);
 }
 
 void GarminSimulator::repeat(Time at) {
   put_on_wire(frame_packet(outgoing_[next_outgoing_]), at);
+  wait_for_ack(at);
+}
+
+void GarminSimulator::wait_for_ack(Time at) {
   ack_deadline_ = std::max(at, output_.idle_from()) + kAckPatience;
+  outgoing_end_ = bytes_put_;
 }
 
 void GarminSimulator::stop_sending() {
@@ -228,33 +237,45 @@ void GarminSimulator::stop_sending() {
 }
 
 void GarminSimulator::send_new(const Packet& packet, Time at) {
-  ++packets_sent_;
-  bool damaged = false;
+  const Trouble trouble = trouble_at_next_packet();
+  if (unplugged_) return;
+  loses_next_ack_ = trouble.loses_ack;
+  if (trouble.noisy) put_noise(at);
+  put_on_wire(frame_packet(packet, trouble.damaged), at);
+}
+
+GarminSimulator::Trouble GarminSimulator::trouble_at_next_packet() {
+  ++packets_counted_;
+  Trouble trouble;
   for (const Fault& fault : options_.faults) {
-    if (fault.packet != packets_sent_) continue;
+    if (fault.packet != packets_counted_) continue;
     switch (fault.kind) {
       case Fault::Kind::DropAck:
-        loses_next_ack_ = true;
+        trouble.loses_ack = true;
         break;
       case Fault::Kind::BadChecksum:
-        damaged = true;
+        trouble.damaged = true;
         break;
       case Fault::Kind::Silent:
         silent_ = true;
         break;
       case Fault::Kind::Unplug:
-        unplugged_ = true;
-        stop_sending();
-        pvt_due_.reset();
-        input_.clear();
-        output_.clear();
-        return;
+        unplug();
+        break;
       case Fault::Kind::Noise:
-        put_on_wire(noise(packets_sent_), at);
+        trouble.noisy = true;
         break;
     }
   }
-  put_on_wire(frame_packet(packet, damaged), at);
+  return trouble;
+}
+
+void GarminSimulator::unplug() {
+  unplugged_ = true;
+  stop_sending();
+  pvt_due_.reset();
+  input_.clear();
+  output_.clear();
 }
 
 void GarminSimulator::answer(std::uint8_t id, std::uint8_t answered_id, Time at) {
@@ -264,6 +285,21 @@ void GarminSimulator::answer(std::uint8_t id, std::uint8_t answered_id, Time at)
 void GarminSimulator::put_on_wire(const base::Bytes& bytes, Time at) {
   if (silent_ || off_ || bytes.size() > output_.room()) return;
   output_.send(bytes, at);
+  bytes_put_ += bytes.size();
+}
+
+// Meaningless, but the same for the same packet. Without ETX, so that no packet seems to end in them.
+void GarminSimulator::put_noise(Time at) {
+  constexpr std::size_t kSize = 24;
+  constexpr std::uint8_t kEtx = 3;
+  base::Bytes bytes;
+  std::uint32_t state = static_cast<std::uint32_t>(packets_counted_);
+  while (bytes.size() < kSize) {
+    state = state * 1664525U + 1013904223U;
+    const auto byte = static_cast<std::uint8_t>(state >> 24);
+    if (byte != kEtx) bytes.push_back(byte);
+  }
+  put_on_wire(bytes, at);
 }
 
 }  // namespace simulators

@@ -1,7 +1,7 @@
-// A Garmin receiver as seen from the wire: identifies itself, sends what it holds and answers the single
-// commands, after the maker's published serial interface. Framing, record formats and product table are its
+// A Garmin receiver as seen from the wire: identifies itself, sends what it holds, takes what is sent to it and answers
+// the single commands, after the maker's published serial interface. Framing, record formats and product table are its
 // own, so that a mistake in the program's cannot cancel itself out here. Packets that it has no use for are
-// acknowledged and ignored, as early receivers do.
+// acknowledged and ignored, as early receivers do; those of an upload that it does not take are answered with a NAK.
 #pragma once
 
 #include <optional>
@@ -13,6 +13,7 @@
 #include "simulators/garmin_framing.h"
 #include "simulators/garmin_memory.h"
 #include "simulators/garmin_options.h"
+#include "simulators/garmin_uploads.h"
 #include "simulators/simulated_data.h"
 #include "simulators/simulated_receiver.h"
 #include "simulators/wire.h"
@@ -22,7 +23,12 @@ namespace simulators {
 class GarminSimulator : public SimulatedReceiver {
  public:
   // The clock must outlive the receiver. Options with a problem (garmin_options_problem) are taken as far as they go.
-  GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock);
+  // It holds the data or, where it is given, the memory of another receiver with the same options.
+  GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock,
+                  std::optional<GarminMemory> memory = std::nullopt);
+
+  // What it holds now, uploads included.
+  [[nodiscard]] const GarminMemory& memory() const { return memory_; }
 
   void receive(std::span<const std::uint8_t> bytes) override;
   [[nodiscard]] std::size_t input_room() override;
@@ -34,8 +40,18 @@ class GarminSimulator : public SimulatedReceiver {
 
  private:
   using Time = std::chrono::microseconds;
-  struct Command;
-  static std::span<const Command> commands();
+  struct Function;  // what a command runs that sends no records
+  static std::span<const Function> functions();
+  // What goes wrong at a packet, besides what has happened already.
+  struct Trouble {
+    bool loses_ack = false, damaged = false, noisy = false;
+  };
+  // The latest packet of those that the receiver takes in.
+  struct Reception {
+    Packet packet;
+    bool taken = false;
+    bool may_come_again = false;  // it was refused, or its acknowledgement may not have arrived
+  };
 
   // Lives through everything that happens up to now. Each event counts from the moment it was due, however
   // late the host looks, so that delays of the host's scheduling do not add up.
@@ -44,17 +60,35 @@ class GarminSimulator : public SimulatedReceiver {
   void on_byte(std::uint8_t byte, Time at);
   void on_packet(const Packet& packet, Time at);
   void on_acknowledged(const Packet& ack, Time at);
+  void on_nak(Time at);
   void on_command(const Packet& packet, Time at);
+  bool obey(std::uint16_t number, std::uint16_t CommandNumbers::*numbered, Time at);
+
+  // Whether the packet is for the memory, the clock or the position rather than a request.
+  [[nodiscard]] bool is_taken_in(std::uint8_t id, Time at);
+  void on_reception(const Packet& packet, Time at);
+  void answer_again(Time at);
+  bool take_in(const Packet& packet);
+  bool set_clock(const Packet& packet);
+  bool set_position(const Packet& packet);
+  // Whether an upload is under way; one without a sign of life for long is not.
+  [[nodiscard]] bool upload_is_open(Time at);
+  [[nodiscard]] std::int64_t own_unix_seconds() const { return clock_.unix_seconds() + clock_error_; }
 
   // Starts to send these packets, each after the acknowledgement of the one before; what was under way is dropped.
   void send_all(std::vector<Packet> packets, Time at);
   void send_next(Time at);
   void repeat(Time at);
+  void wait_for_ack(Time at);
   void stop_sending();
   // Sends a packet for the first time, with the faults that are due at it.
   void send_new(const Packet& packet, Time at);
+  // Counts a packet. What silences or unplugs the receiver for good happens at once.
+  Trouble trouble_at_next_packet();
+  void unplug();
   void answer(std::uint8_t id, std::uint8_t answered_id, Time at);
   void put_on_wire(const base::Bytes& bytes, Time at);
+  void put_noise(Time at);
 
   void send_product_data(Time at);
   void send_records(const GarminMemory::Records& records, std::uint16_t command, Time at);
@@ -62,6 +96,7 @@ class GarminSimulator : public SimulatedReceiver {
   void send_date_time(Time at);
   void send_position(Time at);
   void send_voltages(Time at);
+  void send_screen(Time at);
   void start_pvt(Time at);
   void stop_pvt(Time at);
   void send_pvt(Time at);
@@ -72,7 +107,8 @@ class GarminSimulator : public SimulatedReceiver {
   CapabilityArray capabilities_;
   LinkIds ids_;
   GarminMemory memory_;
-  SimWaypoint here_;  // where the receiver believes to be
+  SimWaypoint here_;              // where the receiver believes to be
+  std::int64_t clock_error_ = 0;  // seconds that it is fast, after it was set
 
   Wire input_;
   Wire output_;
@@ -82,9 +118,16 @@ class GarminSimulator : public SimulatedReceiver {
   std::size_t next_outgoing_ = 0;     // the packet that waits for its acknowledgement
   int repetitions_ = 0;               // of that packet, for want of an acknowledgement
   std::optional<Time> ack_deadline_;  // set while a packet waits
+  std::uint64_t outgoing_end_ = 0;    // the output byte with which that packet ends
   std::optional<Time> pvt_due_;       // set while position-velocity-time data is on
 
-  int packets_sent_ = 0;
+  GarminUpload upload_;
+  Time upload_heard_{0};                // when its latest packet came
+  std::optional<Reception> reception_;  // until a request or a command comes
+
+  std::uint64_t bytes_put_ = 0;    // on the output wire
+  std::uint64_t bytes_taken_ = 0;  // off its far end
+  int packets_counted_ = 0;
   bool loses_next_ack_ = false;
   bool silent_ = false;
   bool unplugged_ = false;

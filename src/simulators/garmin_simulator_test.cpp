@@ -1,29 +1,18 @@
 #include "simulators/garmin_simulator.h"
 
-#include <gtest/gtest.h>
-
 #include "simulators/built_in_data.h"
-#include "tests/support/stepping_clock.h"
+#include "tests/support/garmin_host.h"
 
 namespace simulators {
 namespace {
 
-using base::Bytes;
+using namespace support;
 using namespace std::chrono_literals;
+using GarminSimulatorTest = GarminHost;
 
-// What a host sends, and what it gets, byte for byte.
-const Bytes kAskProduct{0x10, 0xFE, 1, 0x20, 0xE1, 0x10, 3};
-const Bytes kProductAsked{0x10, 6, 2, 0xFE, 0, 0xFA, 0x10, 3};
 const Bytes kProduct7{0x10, 0xFF, 8, 7, 0, 0xFA, 0, 'G', 'P', 'S', 0, 0x0E, 0x10, 3};
-const Bytes kCommandTaken{0x10, 6, 2, 10, 0, 0xEE, 0x10, 3};
 const Bytes kOneRecord{0x10, 27, 2, 1, 0, 0xE2, 0x10, 3};
 const Bytes kWaypointsDone{0x10, 12, 2, 7, 0, 0xEB, 0x10, 3};
-
-Bytes ask(std::uint8_t command) {
-  return {0x10, 10, 2, command, 0, static_cast<std::uint8_t>(0xF4 - command), 0x10, 3};
-}
-Bytes ack(std::uint8_t id) { return {0x10, 6, 2, id, 0, static_cast<std::uint8_t>(0xF8 - id), 0x10, 3}; }
-Bytes nak(std::uint8_t id) { return {0x10, 21, 2, id, 0, static_cast<std::uint8_t>(0xE9 - id), 0x10, 3}; }
 
 // The record of SimulatedData{one_waypoint()} in D100, framed.
 Bytes waypoint_a1() {
@@ -40,35 +29,6 @@ SimulatedData one_waypoint() {
   data.waypoints[0].longitude = -90;
   return data;
 }
-
-Bytes operator+(Bytes left, const Bytes& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
-
-class GarminSimulatorTest : public testing::Test {
- protected:
-  // Product 7 sends no array, speaks D100 and D200, and has no tracks.
-  void make(const SimulatedData& data, std::vector<Fault> faults = {}, std::uint16_t product = 7) {
-    options.product_id = product;
-    options.description = "GPS";
-    options.faults = std::move(faults);
-    receiver.emplace(data, options, clock);
-  }
-  Bytes heard() {
-    Bytes bytes;
-    while (const auto byte = receiver->take_output()) bytes.push_back(*byte);
-    return bytes;
-  }
-  Bytes say(const Bytes& bytes) {
-    receiver->receive(bytes);
-    return heard();
-  }
-
-  support::SteppingClock clock;
-  GarminOptions options;
-  std::optional<GarminSimulator> receiver;
-};
 
 TEST_F(GarminSimulatorTest, AnArrayFollowsTheAcknowledgedProductDataAtOnce) {
   options.protocols = "L001 A010";
@@ -178,6 +138,109 @@ TEST_F(GarminSimulatorTest, AfterPowerOffNothingIsAnsweredButTheCommand) {
   make(one_waypoint());
   EXPECT_EQ(say(ask(8)), kCommandTaken);
   EXPECT_EQ(say(kAskProduct), Bytes{});
+}
+
+TEST_F(GarminSimulatorTest, TheSetClockGoesOnFromTheTimeThatItWasTold) {
+  make({});
+  // 2004-02-29 23:59:55.
+  EXPECT_EQ(say(frame(14, {2, 29, 0xD4, 7, 23, 0, 59, 55})), ack(14));
+  clock.now = 7s;
+  EXPECT_EQ(say(ask(5)), kCommandTaken + frame(14, {3, 1, 0xD4, 7, 0, 0, 0, 2}));
+}
+
+TEST_F(GarminSimulatorTest, ATimeThatIsNoneIsRefusedAndTheClockRunsOn) {
+  make({});
+  for (const Bytes& wrong :
+       {Bytes{2, 30, 0xD4, 7, 0, 0, 0, 0}, Bytes{13, 1, 0xD4, 7, 0, 0, 0, 0}, Bytes{1, 1, 0xFF, 0xFF, 0, 0, 0, 0},
+        Bytes{1, 1, 0xD4, 7, 0xFF, 0xFF, 0, 0}, Bytes{1, 1, 0xD4, 7, 0, 0, 60, 0}, Bytes{1, 1, 0xD4, 7, 0, 0, 0}}) {
+    EXPECT_EQ(say(frame(14, wrong)), nak(14));
+  }
+  EXPECT_EQ(say(ask(5)), kCommandTaken + frame(14, {9, 9, 0xD1, 7, 1, 0, 46, 40}));
+}
+
+TEST_F(GarminSimulatorTest, ItBelievesThePositionThatItIsToldUnlessItIsOffTheGlobe) {
+  make({});
+  const Bytes equator{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F};  // 0, 1 radian
+  const Bytes beyond{0, 0, 0, 0, 0, 0, 0, 0x40, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F};
+  const Bytes none{0, 0, 0, 0, 0, 0, 0xF8, 0x7F, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F};
+  const auto framed = [](Bytes data, std::uint8_t sum) {
+    return Bytes{0x10, 17, 0x10, 0x10} + data + Bytes{sum, 0x10, 3};
+  };
+  EXPECT_EQ(say(framed(equator, 0xB0)), ack(17));
+  EXPECT_EQ(say(framed(beyond, 0x70)), nak(17));
+  EXPECT_EQ(say(framed(none, 0x39)), nak(17));
+  EXPECT_EQ(say(ask(2)), kCommandTaken + framed(equator, 0xB0));
+}
+
+TEST_F(GarminSimulatorTest, AlmanacRecordsAskedForByAcknowledgingAheadAllArriveOnce) {
+  make(believable_weekend());
+  EXPECT_EQ(say(ask(1)), kCommandTaken + frame(27, {32, 0}));
+  // The host asks for each record by its acknowledgement, and acknowledges what it gets, whether or not it looks first.
+  for (const bool looks_between : {true, false}) {
+    say(ask(1));
+    PacketFinder finder;
+    std::vector<Packet> records;
+    receiver->receive(ack(27));
+    Bytes unread;
+    while (records.size() < 33) {
+      if (looks_between) unread = unread + heard();
+      receiver->receive(ack(31));
+      if (unread.empty()) unread = heard();
+      std::optional<PacketFinder::Frame> found;
+      while (!found && !unread.empty()) {
+        found = finder.feed(unread.front());
+        unread.erase(unread.begin());
+      }
+      ASSERT_TRUE(found) << records.size();
+      records.push_back(found->packet);
+      receiver->receive(ack(found->packet.id));
+    }
+    EXPECT_TRUE(std::equal(records.begin(), records.end() - 1, receiver->memory().almanac->begin()));
+    EXPECT_EQ(records.back(), (Packet{12, {1, 0}}));
+    EXPECT_EQ(unread + say(ack(31)), Bytes{});
+    EXPECT_EQ(receiver->next_output_in(), SimulatedReceiver::kNever);
+  }
+}
+
+TEST_F(GarminSimulatorTest, AnAcknowledgementOfAPacketThatIsStillOnItsWayIsNotMeant) {
+  options.baud = 9600;
+  make(one_waypoint());
+  receiver->receive(ask(7) + ack(27));  // the 8 bytes of the answer and 8 of the count take longer than those 8
+  clock.now = 60ms;
+  EXPECT_EQ(heard(), kCommandTaken + kOneRecord);
+}
+
+TEST_F(GarminSimulatorTest, SatellitesThatAreNotKnownHaveANegativeWeekOrAreLeftOut) {
+  SimulatedData data;
+  data.almanac[1] = SimSatellite{.week = 0x0102, .health = 7};
+  make(data, {}, 77);  // D501
+  Bytes unknown(43, 0), known(43, 0);
+  unknown[0] = unknown[1] = 0xFF;
+  known[0] = 2, known[1] = 1, known[42] = 7;
+  EXPECT_EQ(receiver->memory().almanac->at(0), (Packet{31, unknown}));
+  EXPECT_EQ(receiver->memory().almanac->at(1), (Packet{31, known}));
+  EXPECT_EQ(receiver->memory().almanac->size(), 32u);
+  make(data, {}, 98);  // D551 over the other link
+  EXPECT_EQ(receiver->memory().almanac, (std::vector<Packet>{{4, Bytes{1} + known}}));
+}
+
+TEST_F(GarminSimulatorTest, OverTheOtherLinkCommandsComeUnderEitherIdWithNumbersOfTheirOwn) {
+  make(one_waypoint(), {}, 20);
+  EXPECT_EQ(say(ask(21)), kCommandTaken + frame(35, {1, 0}));
+  EXPECT_EQ(say(frame(11, {21, 0})), ack(11) + frame(35, {1, 0}));
+  EXPECT_EQ(say(ask(20)), kCommandTaken + frame(20, {9, 9, 0xD1, 7, 1, 0, 46, 40}));
+  EXPECT_EQ(say(frame(14, {3, 1, 0xD4, 7, 0, 0, 0, 2})), ack(14));
+  EXPECT_EQ(say(frame(20, {3, 1, 0xD4, 7, 0, 0, 0, 2})), ack(20));
+  EXPECT_EQ(say(ask(7)), kCommandTaken);  // no number of this protocol
+}
+
+// Deliberate : for hosts that do not look at the command protocol of an array.
+TEST_F(GarminSimulatorTest, WithAnArrayTheUsualNumbersHoldBeforeThoseOfTheProtocolItNames) {
+  options.protocols = "L002 A011 A100 D150 A200 D201 D150";
+  make(one_waypoint());
+  EXPECT_EQ(say(ask(4)), kCommandTaken + frame(35, {0, 0}));
+  EXPECT_EQ(say(ask(7)), kCommandTaken + frame(35, {1, 0}));
+  EXPECT_EQ(say(ask(21)), kCommandTaken + frame(35, {1, 0}));
 }
 
 TEST_F(GarminSimulatorTest, ADroppedAcknowledgementMakesItRepeatThatPacketAfterTwoSeconds) {

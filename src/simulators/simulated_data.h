@@ -60,11 +60,29 @@ struct SimTrack {
   std::vector<SimTrackPoint> points;
 };
 
+// The orbit of a GPS satellite, in the units of the GPS interface document (IS-GPS-200): radians, seconds, square
+// root of metres.
+struct SimSatellite {
+  std::int16_t week = 0;            // of the 1024-week era
+  float time_of_applicability = 0;  // seconds of that week
+  float af0 = 0, af1 = 0;           // clock offset and drift
+  float eccentricity = 0;
+  float sqrt_semi_major_axis = 0;
+  float mean_anomaly = 0;
+  float argument_of_perigee = 0;
+  float right_ascension = 0;
+  float rate_of_right_ascension = 0;
+  float inclination = 0;
+  std::uint8_t health = 0;  // 0 usable
+};
+using SimAlmanac = std::array<std::optional<SimSatellite>, 32>;  // by PRN number minus 1; none: not known
+
 struct SimulatedData {
   std::vector<SimWaypoint> waypoints;
   std::vector<SimRoute> routes;
   std::vector<SimTrack> tracks;
   std::vector<SimWaypoint> proximity;
+  SimAlmanac almanac;
 };
 
 }  // namespace simulators

@@ -31,8 +31,13 @@ class HostileReceiver : public serial::SerialDevice {
   int endless_from = kFromTheStart;
   static constexpr int kFromTheStart = -2;
   bool acknowledges = true;
+  std::function<bool(const simulators::Packet&)> refuses;  // which packets it answers with NAK
   // This packet of the answer to a command (from 0) is damaged the first time; a NAK brings it again.
   int damaged_packet = -1;
+  int damages_left = 1'000'000;  // in how many answers it is damaged
+  // Every ACK stands for the packet under way, whatever it names and whether or not that has arrived; a NAK brings
+  // whatever is under way by then.
+  bool is_hasty = false;
 
   // What was done to it.
   std::vector<simulators::Packet> heard;
@@ -102,8 +107,11 @@ class HostileReceiver : public serial::SerialDevice {
   void on_packet(const simulators::Packet& packet) {
     constexpr std::uint8_t kAck = 6, kNak = 21, kCommand = 10, kRequest = 254;
     heard.push_back(packet);
+    if (packet.id == kNak && is_hasty) return queue(under_way_);
     if (packet.id == kAck || packet.id == kNak) return send_next();
-    if (acknowledges) queue(simulators::frame_packet({kAck, {packet.id, 0}}));
+    const bool refused = refuses && refuses(packet);
+    if (acknowledges) queue(simulators::frame_packet({refused ? kNak : kAck, {packet.id, 0}}));
+    if (refused) return;
     const int command = packet.id == kRequest ? kIdentification : packet.data.empty() ? 0 : packet.data[0];
     if (packet.id != kRequest && packet.id != kCommand) return;
     if (command == endless_from) streaming_ = true;
@@ -115,15 +123,17 @@ class HostileReceiver : public serial::SerialDevice {
   }
   void send_next() {
     if (outgoing_.empty()) return;
-    const bool damaged = until_damage_-- == 0;
+    const bool damaged = until_damage_-- == 0 && damages_left-- > 0;
     queue(simulators::frame_packet(outgoing_.front(), damaged));
-    if (!damaged) outgoing_.pop_front();
+    under_way_ = simulators::frame_packet(outgoing_.front());
+    if (!damaged || is_hasty) outgoing_.pop_front();
   }
 
   SteppingClock& clock_;
   simulators::PacketFinder finder_;
   std::deque<std::uint8_t> input_;
   std::deque<simulators::Packet> outgoing_;
+  base::Bytes under_way_;
   int until_damage_ = -1;
   bool streaming_ = false;
   bool ran_away_ = false;

@@ -40,9 +40,19 @@ class ObservedGarmin : public simulators::GarminSimDevice {
     sent.emplace_back(bytes.begin(), bytes.end());
     return GarminSimDevice::write(bytes);
   }
+  std::optional<std::uint8_t> read_byte() override {
+    const std::optional<std::uint8_t> byte = GarminSimDevice::read_byte();
+    if (byte)
+      if (const auto frame = finder_.feed(*byte); frame && frame->good) packets.push_back(frame->packet);
+    return byte;
+  }
 
   bool is_open = false;
   std::vector<base::Bytes> sent;
+  std::vector<simulators::Packet> packets;  // that the program has received
+
+ private:
+  simulators::PacketFinder finder_;
 };
 
 class TransferScenario : public testing::Test {
@@ -84,10 +94,12 @@ class TransferScenario : public testing::Test {
   }
 
   bool download(Kind kind) {
-    const auto begin = clock.now;
-    const bool all_came = session->garmin_transfers.download(kind);
-    elapsed = std::chrono::duration<double>(clock.now - begin).count();
-    return all_came;
+    return timed([&] { return session->garmin_downloads.download(kind); });
+  }
+  // Uploads all that is there, by the command's id.
+  bool upload(int command_id) {
+    for (const char kind : {'W', 'R', 'T', 'P'}) items().select_all(kind, true);
+    return timed([&] { return session->garmin_uploads.upload(command_id); });
   }
 
   [[nodiscard]] std::filesystem::path file(const std::string& name) const { return folder_ / name; }
@@ -117,9 +129,17 @@ class TransferScenario : public testing::Test {
   std::unique_ptr<session::Session> session;
   store::Duplicates duplicates = store::Duplicates::Merge;  // of the next session
   bool removes_exact_duplicates = false;                    // likewise
-  double elapsed = 0;                                       // seconds that the latest download took
+  double elapsed = 0;                                       // seconds that the latest transfer took
 
  private:
+  template <typename Transfer>
+  bool timed(Transfer transfer) {
+    const auto begin = clock.now;
+    const bool done = transfer();
+    elapsed = std::chrono::duration<double>(clock.now - begin).count();
+    return done;
+  }
+
   std::filesystem::path folder_;
 };
 

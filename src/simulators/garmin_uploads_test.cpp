@@ -1,0 +1,291 @@
+#include "simulators/garmin_uploads.h"
+
+#include <array>
+
+#include "simulators/garmin_record_shapes.h"
+#include "simulators/garmin_records.h"
+#include "tests/support/garmin_host.h"
+#include "tests/support/rich_data.h"
+
+namespace simulators {
+namespace {
+
+using namespace support;
+using namespace std::chrono_literals;
+
+constexpr std::string_view kNamedTracks = "L001 A010 A201 D202 D105 D210 A301 D310 D300";
+
+Bytes blanks(std::string_view text, std::size_t size) {
+  Bytes bytes(text.begin(), text.end());
+  bytes.resize(size, ' ');
+  return bytes;
+}
+Bytes closed(std::string_view text) { return Bytes(text.begin(), text.end()) + Bytes{0}; }
+// Records whose place is told by one number.
+Bytes d100(std::string_view ident, std::uint8_t place) {
+  return blanks(ident, 6) + Bytes{place, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0} + blanks("", 40);
+}
+Bytes d300(std::uint8_t place) { return {place, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}; }
+Bytes d105(std::string_view ident) { return Bytes(10, 0) + closed(ident); }
+
+class GarminUploadTest : public GarminHost {
+ protected:
+  // That each packet is acknowledged.
+  void upload(const std::vector<Packet>& packets) {
+    for (const Packet& packet : packets) {
+      ASSERT_EQ(say(frame_packet(packet)), ack(packet.id)) << int{packet.id};
+    }
+  }
+  void upload(const std::vector<Packet>& records, std::uint8_t command, int link = 1) {
+    const auto size = static_cast<std::uint8_t>(records.size());
+    upload({{link_ids(link).records, {size, 0}}});
+    upload(records);
+    upload({{12, {command, 0}}});
+  }
+  // One receiver's memory goes into another that is empty, and must be the same there.
+  void expect_memory_can_move() {
+    make(rich_data(), {}, options.product_id);
+    const GarminMemory whole = receiver->memory();
+    const CapabilityArray can = chosen_capabilities(options);
+    make({}, {}, options.product_id);
+    for (const TransferCommand& command : kTransferCommands) {
+      const GarminMemory::Records& records = whole.*command.records;
+      if (!records) continue;
+      const bool is_a011 = can.data.empty() && can.capabilities.command == 11;
+      const std::uint16_t number = is_a011 ? command.numbers.a011 : command.numbers.a010;
+      upload(*records, static_cast<std::uint8_t>(number), can.capabilities.link);
+      EXPECT_EQ(receiver->memory().*command.records, records) << number;
+    }
+  }
+};
+
+TEST_F(GarminUploadTest, EveryProductOfTheTableTakesWhatItGivesByteForByte) {
+  int products = 0;
+  for (std::uint16_t product = 0; product < 120; ++product) {
+    for (const std::int16_t version : {std::int16_t{100}, std::int16_t{320}, std::int16_t{400}}) {
+      if (!capabilities_from_table(product, version)) continue;
+      SCOPED_TRACE(product);
+      options.product_id = product;
+      options.software_version = version;
+      expect_memory_can_move();
+      ++products;
+    }
+  }
+  EXPECT_EQ(products, 3 * 49);
+}
+
+TEST_F(GarminUploadTest, EveryFormatOfAnArrayIsTakenByteForByte) {
+  for (const int format : {100, 101, 102, 103, 104, 105, 106, 107, 108, 109, 110, 150, 151, 152, 154, 155}) {
+    const std::string number = std::to_string(format);
+    SCOPED_TRACE(number);
+    options.protocols = "L001 A010 A100 D" + number + " A201 D202 D" + number + " D210 A301 D310 D301 A500 D501";
+    if (is_proximity_format(format)) *options.protocols += " A400 D" + number;
+    expect_memory_can_move();
+  }
+  options.protocols = "A200 D200 D100 A301 D312 D302 A400 D403 A500 D551";
+  expect_memory_can_move();
+  options.protocols = "L002 A011 A200 D201 D150 A400 D450 A500 D550";
+  expect_memory_can_move();
+}
+
+TEST_F(GarminUploadTest, AWaypointTakesThePlaceOfTheOneOfItsIdent) {
+  make({});
+  upload({{35, d100("A", 1)}, {35, d100("B", 2)}}, 7);
+  upload({{35, d100("C", 3)}, {35, d100("A", 4)}}, 7);
+  EXPECT_EQ(receiver->memory().waypoints,
+            (std::vector<Packet>{{35, d100("A", 4)}, {35, d100("B", 2)}, {35, d100("C", 3)}}));
+  EXPECT_EQ(say(ask(7)), kCommandTaken + frame(27, {3, 0}));
+}
+
+TEST_F(GarminUploadTest, ARouteTakesThePlaceOfTheOneOfItsNumberOrName) {
+  make({});
+  const Packet one{29, {1}}, two{29, {32}}, a{30, d100("A", 1)}, b{30, d100("B", 2)};
+  upload({one, a, b, two, b}, 4);
+  upload({one, b}, 4);
+  EXPECT_EQ(receiver->memory().routes, (std::vector<Packet>{two, b, one, b}));
+
+  options.protocols = kNamedTracks;
+  make({});
+  const Packet home{29, closed("HOME")}, out{29, closed("OUT")}, c{30, d105("C")}, link{98, Bytes(21, 0)};
+  upload({home, c, link, c, out, c}, 4);
+  upload({home, c}, 4);
+  EXPECT_EQ(receiver->memory().routes, (std::vector<Packet>{out, c, home, c}));
+}
+
+TEST_F(GarminUploadTest, ATrackReplacesTheOneOfItsNameAndWithoutNamesWhateverWasThere) {
+  options.protocols = kNamedTracks;
+  make({});
+  const Packet day{99, Bytes{1, 255} + closed("DAY")}, night{99, Bytes{1, 255} + closed("NIGHT")};
+  const Packet first{34, d300(1)}, second{34, d300(2)};
+  upload({day, first, second, night, first}, 6);
+  upload({day, second}, 6);
+  EXPECT_EQ(receiver->memory().tracks, (std::vector<Packet>{night, first, day, second}));
+
+  options.protocols.reset();
+  make({}, {}, 77);
+  upload({first, first}, 6);
+  upload({second}, 6);
+  EXPECT_EQ(receiver->memory().tracks, (std::vector<Packet>{second}));
+}
+
+TEST_F(GarminUploadTest, AnAlmanacWithoutSatelliteNumbersCountsOnlyWhole) {
+  make(rich_data());
+  const GarminMemory::Records before = receiver->memory().almanac;
+  std::vector<Packet> records;
+  for (std::uint8_t prn = 1; prn <= 32; ++prn) records.push_back({31, Bytes{prn, 0} + Bytes(40, 0)});
+  upload(std::vector(records.begin(), records.end() - 1), 1);
+  EXPECT_EQ(receiver->memory().almanac, before);
+  upload(records, 1);
+  EXPECT_EQ(receiver->memory().almanac, records);
+
+  make({}, {}, 20);
+  const Packet known{4, Bytes{5} + Bytes(42, 0)}, newer{4, Bytes{5, 1} + Bytes(41, 0)};
+  upload({known}, 4, 2);
+  upload({newer}, 4, 2);
+  EXPECT_EQ(receiver->memory().almanac, (std::vector<Packet>{newer}));
+}
+
+TEST_F(GarminUploadTest, WhatDoesNotBelongToTheUploadIsRefusedAndTheRestGoesOn) {
+  make({});
+  const Packet count{27, {3, 0}}, good{35, d100("A", 1)};
+  const std::vector<Packet> wrong{
+      {35, d100("A", 1) + Bytes{0}},           // too long for D100
+      {35, blanks("", 57)},                    // too short
+      {35, {}},                                //
+      {34, d300(1)},                           // this product has no tracks
+      {43, d100("A", 1)},                      // waypoints of the other link
+      {19, d100("A", 1) + Bytes{0, 0, 0, 0}},  // no proximity either
+      {29, {1}},                               // of another kind than the first record
+      {98, Bytes(21, 0)},                      // its routes have no links
+      {12, {4, 0}},                            // ends an upload of routes
+      {12, {21, 0}},                           // a number of the other command protocol
+      {12, {7}},                               //
+      {27, {1}},                               //
+      {200, {1, 2, 3}},                        //
+  };
+  EXPECT_EQ(say(frame_packet(good)), nak(35));  // nobody has announced it
+  upload({count, good});
+  for (const Packet& packet : wrong) {
+    SCOPED_TRACE(testing::PrintToString(packet.data) + " as " + std::to_string(packet.id));
+    EXPECT_EQ(say(frame_packet(packet)), nak(packet.id));
+    EXPECT_EQ(say(frame_packet(packet)), nak(packet.id));
+  }
+  EXPECT_EQ(receiver->memory().waypoints, (std::vector<Packet>{good}));
+  upload({{35, d100("B", 1)}, {35, d100("C", 1)}});
+  EXPECT_EQ(say(frame_packet({35, d100("D", 1)})), nak(35));  // one more than announced
+  upload({{12, {7, 0}}});
+  EXPECT_EQ(receiver->memory().waypoints->size(), 3u);
+  EXPECT_EQ(say(frame_packet({200, {1, 2, 3}})), ack(200));  // no upload any more: ignored
+}
+
+TEST_F(GarminUploadTest, PointsOfARouteWhoseHeaderWasRefusedDoNotGoToTheRouteBefore) {
+  make({});
+  const Packet point{30, d100("A", 1)};
+  upload({{27, {9, 0}}, {29, {1}}, point});
+  EXPECT_EQ(say(frame_packet({29, {2, 2}})), nak(29));
+  EXPECT_EQ(say(frame_packet(point)), nak(30));
+  upload({{29, {3}}, point, {12, {4, 0}}});
+  EXPECT_EQ(receiver->memory().routes, (std::vector<Packet>{{29, {1}}, point, {29, {3}}, point}));
+}
+
+TEST_F(GarminUploadTest, AnUploadThatBreaksOffKeepsWhatCame) {
+  make({});
+  const Packet count{27, {9, 0}}, first{35, d100("A", 1)}, second{35, d100("B", 1)}, third{35, d100("C", 1)};
+  upload({count, first});
+  EXPECT_EQ(say(ask(0)), kCommandTaken);
+  EXPECT_EQ(say(frame_packet(second)), nak(35));
+  upload({count, second});
+  EXPECT_EQ(say(ask(7)), kCommandTaken + frame(27, {2, 0}));
+  upload({count, third});
+  clock.now += 11s;
+  EXPECT_EQ(say(frame_packet({35, d100("D", 1)})), nak(35));
+  EXPECT_EQ(receiver->memory().waypoints, (std::vector<Packet>{first, second, third}));
+}
+
+// The same point twice: only a receiver that knows what it has lost takes both once.
+class FaultyUpload : public GarminUploadTest {
+ protected:
+  static inline const std::array<Packet, 4> kPackets{Packet{27, {2, 0}}, Packet{34, d300(1)}, Packet{34, d300(1)},
+                                                     Packet{12, {6, 0}}};
+  static inline const std::vector<Packet> kWhole{{34, d300(1)}, {34, d300(1)}};
+
+  // Uploads up to the N-th packet, which meets the fault, and gives what it is answered.
+  Bytes up_to(int packet, Fault::Kind kind) {
+    make({}, {{kind, packet}}, 77);
+    for (int i = 1; i < packet; ++i) upload({kPackets.at(static_cast<std::size_t>(i - 1))});
+    return say(frame_packet(packet_at(packet)));
+  }
+  static const Packet& packet_at(int packet) { return kPackets.at(static_cast<std::size_t>(packet - 1)); }
+  void finish(int after) {
+    for (int i = after + 1; i <= 4; ++i) upload({packet_at(i)});
+    EXPECT_EQ(receiver->memory().tracks, kWhole);
+  }
+};
+
+TEST_F(FaultyUpload, ALostAcknowledgementIsGivenWhenThePacketComesAgainAndItIsTakenOnce) {
+  for (int packet = 1; packet <= 4; ++packet) {
+    EXPECT_EQ(up_to(packet, Fault::Kind::DropAck), Bytes{}) << packet;
+    EXPECT_EQ(say(frame_packet(packet_at(packet))), ack(packet_at(packet).id)) << packet;
+    finish(packet);
+  }
+}
+
+TEST_F(FaultyUpload, APacketThatCountsAsDamagedIsTakenTheSecondTime) {
+  for (int packet = 1; packet <= 4; ++packet) {
+    EXPECT_EQ(up_to(packet, Fault::Kind::BadChecksum), nak(packet_at(packet).id)) << packet;
+    EXPECT_EQ(say(frame_packet(packet_at(packet))), ack(packet_at(packet).id)) << packet;
+    finish(packet);
+  }
+}
+
+TEST_F(FaultyUpload, AfterNoiseTheAcknowledgementIsRepeatedOnANakAndThePacketMayComeAgain) {
+  for (int packet = 1; packet <= 4; ++packet) {
+    const Bytes answer = ack(packet_at(packet).id);
+    const Bytes noisy = up_to(packet, Fault::Kind::Noise);
+    ASSERT_EQ(noisy.size(), 24 + answer.size()) << packet;
+    EXPECT_TRUE(std::equal(answer.begin(), answer.end(), noisy.begin() + 24)) << packet;
+    EXPECT_EQ(say(nak(255)), answer) << packet;
+    finish(packet);
+    up_to(packet, Fault::Kind::Noise);
+    EXPECT_EQ(say(frame_packet(packet_at(packet))), answer) << packet;
+    finish(packet);
+  }
+}
+
+TEST_F(FaultyUpload, FromSilenceOrUnpluggingOnNothingIsTaken) {
+  for (const Fault::Kind kind : {Fault::Kind::Silent, Fault::Kind::Unplug}) {
+    for (int packet = 1; packet <= 4; ++packet) {
+      EXPECT_EQ(up_to(packet, kind), Bytes{}) << packet;
+      EXPECT_EQ(say(frame_packet(packet_at(packet))), Bytes{}) << packet;
+      EXPECT_EQ(receiver->unplugged(), kind == Fault::Kind::Unplug);
+      EXPECT_EQ(receiver->memory().tracks->size(), static_cast<std::size_t>(std::clamp(packet - 2, 0, 2)));
+    }
+  }
+}
+
+TEST_F(FaultyUpload, RepetitionsAreNotCountedAndWhatIsSentIsCountedOn) {
+  make({}, {{Fault::Kind::BadChecksum, 2}, {Fault::Kind::BadChecksum, 3}}, 77);
+  upload({packet_at(1)});
+  EXPECT_EQ(say(frame_packet(packet_at(2))), nak(34));
+  upload({packet_at(2)});
+  EXPECT_EQ(say(ask(5)), kCommandTaken + (Bytes{0x10, 14, 8, 9, 9, 0xD1, 7, 1, 0, 46, 40, 0xAA, 0x10, 3}));
+}
+
+TEST(HasShapeOf, ARecordOfAnyOtherLengthIsNone) {
+  const SimulatedData data = rich_data();
+  for (int format = 100; format <= 450; ++format) {
+    const std::optional<Bytes> record = encode_waypoint(format, data.waypoints[0]);
+    if (!record) continue;
+    EXPECT_TRUE(has_shape_of(format, *record)) << format;
+    EXPECT_FALSE(has_shape_of(format, *record + Bytes{0})) << format;
+    for (std::size_t size = 0; size < record->size(); ++size) {
+      EXPECT_FALSE(has_shape_of(format, std::span(*record).first(size))) << format << ' ' << size;
+    }
+  }
+  EXPECT_TRUE(has_shape_of(202, closed(std::string(50, 'A'))));
+  EXPECT_FALSE(has_shape_of(202, closed(std::string(51, 'A'))));
+  EXPECT_FALSE(has_shape_of(120, {}));
+}
+
+}  // namespace
+}  // namespace simulators
