@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Downloads waypoints from the simulated receiver at 9600 bits per second and compares the time with the wire's.
+"""Downloads waypoints from the simulated receiver at 9600 bits per second, uploads them to it, and compares the times
+with the wire's.
 
 Usage: bench/wire_time.py PELORIX_CLI [NUMBER_OF_WAYPOINTS]"""
 import os
@@ -35,6 +36,20 @@ def wire_bytes(log):
     return sent + received + count()
 
 
+def processor_seconds():
+    usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return usage.ru_utime + usage.ru_stime
+
+
+def measure(cli, what, port, number, command):
+    busy, start = processor_seconds(), time.monotonic()
+    subprocess.run([cli, "--quiet", "--port", port, "--debug-log", "log", *command], check=True)
+    took, busy = time.monotonic() - start, processor_seconds() - busy
+    wire = wire_bytes("log") / 960
+    print(f"{what} of {number} waypoints: {took:.2f} s, wire time {wire:.2f} s, ratio {took / wire:.4f}, "
+          f"processor {100 * busy / took:.2f} % of one core")
+
+
 def main():
     cli, number = os.path.abspath(sys.argv[1]), int(sys.argv[2]) if len(sys.argv) > 2 else 500
     with tempfile.TemporaryDirectory() as folder:
@@ -46,17 +61,10 @@ def main():
         simulator = subprocess.Popen([cli, "simulate", "garmin", "--load", "load.txt", "--baud", "9600"],
                                      stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         port = simulator.stdout.readline().strip()
-        start = time.monotonic()
-        subprocess.run([cli, "--quiet", "--port", port, "--debug-log", "log", "download", "waypoints", "-o", "out.txt"],
-                       check=True)
-        took = time.monotonic() - start
-        usage = resource.getrusage(resource.RUSAGE_CHILDREN)
+        measure(cli, "download", port, number, ["download", "waypoints", "-o", "out.txt"])
+        measure(cli, "upload", port, number, ["upload", "out.txt", "--kinds", "waypoints"])
         simulator.send_signal(signal.SIGINT)
         simulator.wait()
-        wire = wire_bytes("log") / 960
-        cpu = usage.ru_utime + usage.ru_stime
-        print(f"{number} waypoints: {took:.2f} s, wire time {wire:.2f} s, ratio {took / wire:.4f}, "
-              f"processor {100 * cpu / took:.2f} % of one core")
 
 
 if __name__ == "__main__":

@@ -27,14 +27,16 @@ bool GarminLink::sendGarminPacket(std::span<const std::uint8_t> message, std::st
   acknowledge_state_ = Acknowledge::None;
   const base::Bytes frame = frame_message(message);
   debug_log_.sent(label, frame);
-  // Deliberate : id 43 is never sent, whatever the link protocol; receivers of the one that has it are not written to.
-  if (!message.empty() && message[0] == kForbiddenId) {
-    front_end_.write_line(1, "Error 141, aborting...");
-    return false;
-  }
+  if (!message.empty() && !may_send(message[0])) return false;
   // Deliberate : a NAK is remembered too, so a silence right after it sends it again.
   if (label != "ACK") last_message_.assign(message.begin(), message.end());
   return port_.AsyncOut(frame);
+}
+
+// Deliberate : id 43 is never sent, whatever the link protocol; receivers of the one that has it are not written to.
+bool GarminLink::may_send(std::uint8_t id) {
+  if (id == kForbiddenId) front_end_.write_line(1, "Error 141, aborting...");
+  return id != kForbiddenId;
 }
 
 void GarminLink::getGarminMessage() {
@@ -55,6 +57,7 @@ void GarminLink::getGarminMessage() {
     }
     sendGarminPacket(nak_, "NAK");
     ++naks;
+    ++damaged_packets_;
   }
   front_end_.message_box("getGarminMessage", "Too Many NAKS in reading from GPS, aborting");
   // Whoever goes on receiving gets one more chance; a line that stays bad ends the transfer.

@@ -34,6 +34,8 @@ class GarminLink {
 
   // Sends a message (id, data size, data); the label names it in the debug log. False when the port took it not.
   bool sendGarminPacket(std::span<const std::uint8_t> message, std::string_view label);
+  // Whether packets of this id may be sent at all; if not, that is said on line 1.
+  [[nodiscard]] bool may_send(std::uint8_t id);
   // Receives one packet, answers and dispatches it. ComTimedOut is set after two silences of 3 s with a
   // re-send between them, after a packet without end, and when the port has vanished; UserAbort after ESC.
   void getGarminMessage();
@@ -42,6 +44,8 @@ class GarminLink {
   [[nodiscard]] PacketKind last_kind() const { return last_kind_; }
   [[nodiscard]] Acknowledge acknowledge_state() const { return acknowledge_state_; }
   void set_acknowledge_state(Acknowledge state) { acknowledge_state_ = state; }
+  // Packets whose checksum was wrong, of all time: whoever has to know compares two moments.
+  [[nodiscard]] int damaged_packets() const { return damaged_packets_; }
   // The packet id that a NAK names from now on.
   void set_expected_id(std::uint8_t id) { nak_[2] = id; }
   // Before a conversation: nothing particular is expected, and old trouble on the line is forgotten.
@@ -75,6 +79,7 @@ class GarminLink {
   Acknowledge acknowledge_state_ = Acknowledge::None;
   PacketKind last_kind_ = PacketKind::None;
   bool packet_complete_ = false;
+  int damaged_packets_ = 0;
   int given_up_in_a_row_ = 0;  // receives that ended with too many NAKs
 };
 

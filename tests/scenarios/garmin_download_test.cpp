@@ -364,4 +364,56 @@ TEST_F(GarminDownload, AnEmptyReceiverSaysSoKindByKind) {
   EXPECT_TRUE(items().empty());
 }
 
+// Receivers count weeks of GPS time modulo 1024; an old one that took the wrong era sends dates that many weeks early.
+class GarminDates : public GarminDownload {
+ protected:
+  static constexpr std::uint32_t kWeeks = 619315200;  // 1024 of them in seconds
+
+  bool download_with_times(std::uint32_t point, std::uint32_t waypoint, int rollover) {
+    SimulatedData data = support::rich_data();
+    data.waypoints[0].time = waypoint;
+    data.tracks[0].points[0].time = point;
+    data.tracks[0].points[1].time = 0;
+    simulators::GarminOptions options;
+    options.protocols = "L001 A010 A100 D110 A300 D301";
+    clock.now = {};
+    simulate(data, options);
+    session->settings.SA_SortAfterInput = 0;
+    session->settings.WeekRollover = rollover;
+    return download(Kind::All);
+  }
+  bool is_told() { return front_end.lines[9] == "Receiver dates look 1024 weeks too early"; }
+};
+
+TEST_F(GarminDates, AreMovedByTheWeeksWhereThatIsWantedAndWhereThereIsATime) {
+  ASSERT_TRUE(download_with_times(kWeeks, 5000, 1));
+  EXPECT_EQ(items().waypoint(1).time.seconds, kWeeks + 5000);
+  EXPECT_EQ(items().waypoint(2).time.seconds, 0U);
+  EXPECT_EQ(items().track_point(1).time.seconds, 2 * kWeeks);
+  EXPECT_EQ(items().track_point(2).time.seconds, 0U);
+  ASSERT_TRUE(download_with_times(0xFFFFFFFE, 0xFFFFFFFF - kWeeks, 1));
+  EXPECT_EQ(items().waypoint(1).time.seconds, 0xFFFFFFFF);
+  EXPECT_EQ(items().track_point(1).time.seconds, 0xFFFFFFFE);  // there is no later time
+  ASSERT_TRUE(download_with_times(kWeeks, 5000, 0));
+  EXPECT_EQ(items().waypoint(1).time.seconds, 5000U);
+}
+
+TEST_F(GarminDates, ThatLookTooEarlyAreTold) {
+  clock.unix_start = 1700000000;  // 2023-11-14
+  constexpr std::uint32_t kThen = 1700000000 - 631065600 - kWeeks;
+  constexpr std::uint32_t kDay = 86400, kYear = 365 * kDay;
+  for (const std::uint32_t newest : {kThen, kThen + kDay - 60, kThen - 4 * kYear}) {
+    ASSERT_TRUE(download_with_times(newest, 1, 0));
+    EXPECT_TRUE(is_told()) << newest;
+  }
+  for (const std::uint32_t newest : {kThen + kDay + 60, kThen - 6 * kYear, kThen + kWeeks, 0U}) {
+    ASSERT_TRUE(download_with_times(newest, 0, 0));
+    EXPECT_FALSE(is_told()) << newest;
+  }
+  ASSERT_TRUE(download_with_times(1, kThen, 0));  // the waypoint is the newest
+  EXPECT_TRUE(is_told());
+  ASSERT_TRUE(download_with_times(kThen, 0, 1));
+  EXPECT_FALSE(is_told());
+}
+
 }  // namespace

@@ -2,28 +2,29 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "garmin/link.h"
-#include "garmin/protocol_selection.h"
-#include "garmin/record_format.h"
+#include "base/byte_cursor.h"
+#include "base/clock.h"
+#include "garmin/connection.h"
+#include "garmin/received_records.h"
+#include "garmin/transfer_kind.h"
 #include "store/item_store.h"
+#include "store/settings.h"
 
 namespace garmin {
 
-// The numbers are the transfer kind codes of the commands.
-enum class Kind { All = 1, Tracks = 2, ProximityWaypoints = 3, Routes = 4, Waypoints = 5 };
-
-class GarminTransfers {
+class GarminDownloads {
  public:
-  // All must outlive the transfers, which take the record packets of the link.
-  GarminTransfers(GarminLink& link, serial::ComPort& port, ProtocolSelection& selection, store::ItemStore& items,
-                  const store::Settings& settings, base::FrontEnd& front_end, serial::DeviceFlags& flags);
+  // All must outlive the downloads, which take the record packets of the link.
+  GarminDownloads(const Connection& connection, const base::Clock& clock, store::ItemStore& items,
+                  const store::Settings& settings);
+  GarminDownloads(const GarminDownloads&) = delete;
+  GarminDownloads& operator=(const GarminDownloads&) = delete;
 
   // Opens the port, downloads the kind and closes the port. True when all of it came; on a time-out or after
   // ESC, which are told to the user, what has arrived stays in the stores.
@@ -36,22 +37,19 @@ class GarminTransfers {
   static std::span<const Step> steps();
 
   void take_records(std::span<const std::uint8_t> data);
-  void take_waypoint(std::span<const std::uint8_t> data);
-  void take_proximity(std::span<const std::uint8_t> data);
-  void take_track_header(std::span<const std::uint8_t> data);
-  void take_track_point(std::span<const std::uint8_t> data);
-  void take_route_header(std::span<const std::uint8_t> data);
-  void take_route_point(std::span<const std::uint8_t> data);
-  void take_route_link(std::span<const std::uint8_t> data);
   void take_completion(std::span<const std::uint8_t> data);
-  // A record of a format with a row, decoded into CurrentItem; false when it was refused, which is told.
-  bool decode_item(std::span<const RecordFormat> formats, std::uint16_t number, std::string_view packet,
-                   std::span<const std::uint8_t> data);
-  void refused(const std::string& why);
 
+  // Why the kind cannot be asked for; empty when it can.
+  [[nodiscard]] std::string why_not(const Step& step) const;
   Outcome run_step(const Step& step);
+  // Asks for the kind and waits for the count. Where there is one, nothing is returned and the records come.
+  std::optional<Outcome> start(const Step& step);
   Outcome getGPSrecords(const Step& step);
+  Outcome getAlmanac(const Step& step);
   bool receive_records(const Step& step);
+  bool receive_satellites(const Step& step);
+  [[nodiscard]] bool is_damaged() const { return connection_.link.damaged_packets() != damaged_before_; }
+  void keep_what_is_certain();
   void show_progress(const Step& step, int index);
   // The next packet that belongs to the running download; false when it has to stop.
   bool receive();
@@ -61,28 +59,28 @@ class GarminTransfers {
   void write_progress(int line, std::string_view text);
   void complete(std::string_view text);
   bool stop_after(Outcome outcome);
-  void close_port();
+  void abort_transfer();
+  void look_for_rollover();
+  [[nodiscard]] base::FrontEnd& front_end() const { return connection_.front_end; }
 
-  GarminLink& link_;
-  serial::ComPort& port_;
-  ProtocolSelection& selection_;
+  const Connection connection_;
+  const base::Clock& clock_;
   store::ItemStore& items_;
   const store::Settings& settings_;
-  base::FrontEnd& front_end_;
-  serial::DeviceFlags& flags_;
+  ReceivedRecords records_;
 
   // Of the running download.
   const Step* running_ = nullptr;
   std::optional<store::ItemStore::Contents> before_;  // what the stores held when it began
   int expected_ = -1;                                 // records; -1 until the receiver has said
   int received_ = 0;
-  int refused_ = 0;
-  int route_number_ = -1;
-  bool route_open_ = false;  // points belong to the latest header
   int restarts_ = 0;
+  int damaged_before_ = 0;                  // packets of the link, when the count came
   bool completed_ = false;                  // the closing packet of this kind came
   bool closed_ = false;                     // a closing packet came
   bool began_anew_ = false;                 // the receiver started over
+  bool lost_count_ = false;                 // which satellite a record is of is no longer known
+  bool runs_ahead_ = false;                 // the receiver sends without waiting for us
   base::Bytes previous_packet_;             // record or closing packet, with its kind in front
   std::map<int, std::string> completions_;  // by output line
   int next_line_ = 3;

@@ -1,0 +1,209 @@
+#include "garmin/upload_records.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/text.h"
+#include "garmin/almanac_records.h"
+#include "garmin/route_records.h"
+#include "garmin/track_records.h"
+#include "garmin/waypoint_records.h"
+
+namespace garmin {
+namespace {
+
+using base::format_text;
+using store::ItemRecord;
+
+constexpr std::uint16_t kRoutesWithLinks = 201;
+constexpr std::uint16_t kTracksWithHeaders = 301;
+// What receivers call the log that has no name of its own.
+constexpr std::string_view kUnnamedLog = "ACTIVE LOG";
+
+bool is_sent(const ItemRecord& item) { return item.in_use != 0 && item.selected != 0; }
+
+template <typename Record>
+NameRule name_rule(std::span<const FormatOf<Record>> formats, std::uint16_t number) {
+  const FormatOf<Record>* format = find_format(formats, number);
+  return format == nullptr ? NameRule{} : format->name;
+}
+
+}  // namespace
+
+std::string UploadRecords::problem(Kind kind) const {
+  const Protocols& p = protocols_;
+  const std::string unknown_waypoint = "Unknown Waypoint Protocol in doWaypoint -- aborting";
+  switch (kind) {
+    case Kind::Almanac:
+      return find_format(kAlmanacFormats, p.almanac_data) != nullptr
+                 ? ""
+                 : format_text("Almanac data record D%03d not implemented", p.almanac_data);
+    case Kind::ProximityWaypoints:
+      return find_format(kProximityFormats, p.proximity_data) != nullptr
+                 ? ""
+                 : format_text("Unknown Proximity Protocol %d", p.proximity_data);
+    case Kind::Waypoints:
+      return find_format(kWaypointFormats, p.waypoint_data) != nullptr ? "" : unknown_waypoint;
+    case Kind::Routes:
+      if (find_format(kWaypointFormats, p.route_waypoint) == nullptr) return unknown_waypoint;
+      if (find_format(kRouteHeaderFormats, p.route_header) == nullptr)
+        return format_text("Unknown route header protocol: %d", p.route_header);
+      return p.route_transfer != kRoutesWithLinks || find_format(kRouteLinkFormats, p.route_link) != nullptr
+                 ? ""
+                 : format_text("Unknown route link protocol: %d", p.route_link);
+    case Kind::Tracks:
+      if (find_format(kTrackPointFormats, p.track_data) == nullptr)
+        return format_text("Unknown TrackDataRecord protocol: %d", p.track_data);
+      return p.track_transfer != kTracksWithHeaders || find_format(kTrackHeaderFormats, p.track_header) != nullptr
+                 ? ""
+                 : format_text("Unknown track header protocol: %d", p.track_header);
+    case Kind::All:
+      break;
+  }
+  return "";
+}
+
+UploadRecordList UploadRecords::almanac() const {
+  UploadRecordList records;
+  const store::Almanac& almanac = items_.almanac();
+  for (int prn = 1; !almanac.empty() && prn <= store::kSatellites; ++prn) {
+    const std::string label = format_text("Sending PRN-%02d", prn);
+    const auto& satellite = almanac.satellites[static_cast<std::size_t>(prn) - 1];
+    records.push_back({PacketKind::Pid_Almanac_Data,
+                       encode_record(kAlmanacFormats, protocols_.almanac_data, satellite, settings_), label,
+                       format_text("PRN-%02d", prn)});
+  }
+  return records;
+}
+
+UploadRecordList UploadRecords::proximity() {
+  UploadRecordList records;
+  for (int i = 1; i <= items_.proximity_count(); ++i) {
+    const ItemRecord item = items_.proximity(i);
+    if (!is_sent(item)) continue;
+    records.push_back(waypoint_record(PacketKind::Pid_Prx_Wpt_Data, kProximityFormats, protocols_.proximity_data, item,
+                                      records.size(), format_text("P%05d", i)));
+  }
+  return records;
+}
+
+UploadRecordList UploadRecords::waypoints() {
+  UploadRecordList records;
+  for (int i = 1; i <= items_.waypoint_count(); ++i) {
+    const ItemRecord item = items_.waypoint(i);
+    if (!is_sent(item)) continue;
+    records.push_back(waypoint_record(PacketKind::Pid_Wpt_Data, kWaypointFormats, protocols_.waypoint_data, item,
+                                      records.size(), format_text("W%05d", i)));
+  }
+  return records;
+}
+
+UploadRecordList UploadRecords::routes() {
+  UploadRecordList records;
+  ReceiverNames names(name_rule(kRouteHeaderFormats, protocols_.route_header), "ROUTE");
+  for (int number = 0; number < store::kRouteCapacity; ++number) {
+    const store::Route& route = items_.route(number);
+    if (route.header && is_sent(*route.header)) add_route(route, names, records);
+  }
+  return records;
+}
+
+void UploadRecords::add_route(const store::Route& route, ReceiverNames& names, UploadRecordList& records) {
+  const int number = static_cast<int>(route.header->route_number);
+  const std::string_view name = route.header->comment;
+  const NameRule rule = name_rule(kRouteHeaderFormats, protocols_.route_header);
+  RouteHeader header{number, receiver_name(name, rule)};
+  if (rule.identifies) header.name = names.name_of(name, static_cast<std::uint64_t>(number));
+  if (rule.longest > 0) header.name = counted(name, header.name);
+  records.push_back({PacketKind::Pid_Rte_Hdr,
+                     encode_record(kRouteHeaderFormats, protocols_.route_header, header, settings_),
+                     format_text("R%03d", number), header.name.empty() ? format_text("R%03d", number) : header.name,
+                     UploadRecord::Role::Header});
+  const bool has_links =
+      protocols_.route_transfer == kRoutesWithLinks && id_of(PacketKind::Pid_Rte_Link_Data, protocols_.link);
+  std::optional<ItemRecord> before;
+  int place = 0;
+  for (const ItemRecord& point : route.points) {
+    if (point.in_use == 0) continue;
+    const std::string label = format_text("RW%02d", ++place);
+    if (has_links && before) records.push_back(link_record(*before, label));
+    records.push_back(waypoint_record(PacketKind::Pid_Rte_Wpt_Data, kWaypointFormats, protocols_.route_waypoint, point,
+                                      records.size(), label));
+    before = point;
+  }
+}
+
+// The leg that leaves the point; a straight one where nothing else is known.
+UploadRecord UploadRecords::link_record(const ItemRecord& point, const std::string& label) const {
+  constexpr std::uint16_t kDirect = 3;
+  ItemRecord leg = point;
+  if (leg.has_route_link == 0) {
+    leg.link_class = kDirect;
+    leg.link_subclass = kPlainSubclass;
+    leg.route_link_ident = "";
+  }
+  return {PacketKind::Pid_Rte_Link_Data, encode_record(kRouteLinkFormats, protocols_.route_link, leg, settings_), label,
+          "link to " + label, UploadRecord::Role::Follower};
+}
+
+UploadRecordList UploadRecords::tracks() {
+  UploadRecordList records;
+  const bool has_headers = protocols_.track_transfer == kTracksWithHeaders;
+  ReceiverNames names(name_rule(kTrackHeaderFormats, protocols_.track_header), "TRACK");
+  ItemRecord log;  // the latest point that begins a named log, whether it is sent or not
+  log.ident = kUnnamedLog;
+  log.colour = store::kDefaultColour;
+  std::uint8_t starts = has_headers ? store::kStartsNamedTrack : store::kStartsSegment;  // what the next point does
+  for (int i = 1; i <= items_.track_point_count(); ++i) {
+    ItemRecord point = items_.track_point(i);
+    if (point.segment_flag == store::kStartsNamedTrack) log = point;
+    // The points that are left out may have begun what goes on behind them.
+    starts = std::max(starts, point.segment_flag);
+    if (!is_sent(point)) continue;
+    point.segment_flag = std::exchange(starts, store::kContinues);
+    if (has_headers && point.segment_flag == store::kStartsNamedTrack) records.push_back(log_header(log, i, names));
+    const std::string label = format_text("T%05d", i);
+    records.push_back({PacketKind::Pid_Trk_Data,
+                       encode_record(kTrackPointFormats, protocols_.track_data, point, settings_), label, label});
+  }
+  return records;
+}
+
+UploadRecord UploadRecords::log_header(const ItemRecord& log, int index, ReceiverNames& names) {
+  ItemRecord header = log;
+  header.ident = counted(log.ident, names.name_of(log.ident, static_cast<std::uint64_t>(index)));
+  return {PacketKind::Pid_Trk_Hdr, encode_record(kTrackHeaderFormats, protocols_.track_header, header, settings_),
+          format_text("T%05d", index), std::string(header.ident), UploadRecord::Role::Header};
+}
+
+UploadRecord UploadRecords::waypoint_record(PacketKind packet, std::span<const RecordFormat> formats,
+                                            std::uint16_t number, ItemRecord item, std::size_t place,
+                                            std::string label) {
+  const NameRule rule = name_rule(formats, number);
+  item.ident = counted(item.ident, waypoint_names(rule).name_of(item.ident, place_of(item)));
+  item.number = static_cast<std::uint32_t>(place);
+  std::string name(item.ident);
+  return {packet, encode_record(formats, number, item, settings_), std::move(label), std::move(name)};
+}
+
+// The names of all waypoints are given in the order of the store, selected or not, so that a point of a route or a
+// proximity waypoint is called like its waypoint in whichever upload it goes.
+ReceiverNames& UploadRecords::waypoint_names(const NameRule& rule) {
+  const auto [names, is_new] = waypoint_names_.try_emplace(rule, rule);
+  const auto for_all_waypoints = [&](auto&& name) {
+    for (int i = 1; is_new && i <= items_.waypoint_count(); ++i) {
+      const ItemRecord item = items_.waypoint(i);
+      if (item.in_use != 0) name(item);
+    }
+  };
+  for_all_waypoints([&](const ItemRecord& item) { names->second.reserve(item.ident, place_of(item)); });
+  for_all_waypoints([&](const ItemRecord& item) { (void)names->second.name_of(item.ident, place_of(item)); });
+  return names->second;
+}
+
+std::string UploadRecords::counted(std::string_view name, std::string receiver_name) {
+  if (name != receiver_name) ++names_changed_;
+  return receiver_name;
+}
+
+}  // namespace garmin
