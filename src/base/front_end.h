@@ -19,6 +19,8 @@ class FrontEnd {
 
   // Output lines 1 to 10: 1 errors, 2 detail, 3 and 4 progress and completion. Texts are Latin-1.
   virtual void write_line(int line, std::string_view text) = 0;
+  // A text of progress on such a line, which nobody misses who sees the progress bar.
+  virtual void write_progress(int line, std::string_view text) { write_line(line, text); }
   // Status fields 1 to 3: 1 the current transfer step, 3 hints.
   virtual void set_status(int field, std::string_view text) = 0;
   virtual void message_box(std::string_view title, std::string_view text) = 0;

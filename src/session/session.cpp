@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "session/file_formats.h"
 #include "simulators/built_in_data.h"
+#include "textfile/position_columns.h"
 
 namespace session {
 namespace {
@@ -20,8 +21,9 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
       items(settings, front_end),
       command_options(settings, front_end),
       shift(datums, front_end),
-      files(file_formats(), store::FileContext{items, shift, datums, settings, front_end, clock,
-                                               [this](std::string_view line) { command_options.do_command(line); }}),
+      files(file_formats(),
+            store::FileContext{items, shift, datums, settings, front_end, clock,
+                               [this](std::string_view line) { command_options.do_command(line); }, &picture}),
       debug_log(front_end),
       port(
           devices ? std::move(devices)
@@ -29,7 +31,11 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
           clock, front_end, flags),
       garmin_link(port, clock, front_end, flags, debug_log),
       garmin_selection(garmin_link, port, front_end, flags),
-      garmin_transfers(garmin_link, port, garmin_selection, items, settings, front_end, flags),
+      garmin_connection{garmin_link, port, garmin_selection, front_end, flags},
+      garmin_commands(garmin_connection, clock),
+      garmin_downloads(garmin_connection, clock, items, settings),
+      garmin_uploads(garmin_connection, garmin_commands, items, settings),
+      garmin_display(garmin_connection),
       machine_offset_hours_(clock.utc_offset_seconds() / 3600.0) {
   datums.load_user_datums(surroundings.datum_directories, surroundings.program_name);
   apply_settings();
@@ -88,11 +94,61 @@ bool Session::get_gps_id() {
   return answered;
 }
 
+bool Session::get_display_bitmap() {
+  std::optional<picture::Bitmap> downloaded = garmin_display.download();
+  if (!downloaded) return false;
+  picture = std::move(downloaded);
+  return true;
+}
+
 bool Session::get_supported_protocols() {
   // An array that no transfer can follow is worth seeing all the more.
   const bool answered = open_garmin() || garmin_selection.has_array();
   if (answered) garmin_selection.report();
   return answered;
+}
+
+bool Session::get_voltages() {
+  const std::optional<garmin::Voltages> voltages = garmin_commands.read_voltages();
+  if (!voltages) return false;
+  constexpr double kLowest = 1.0;  // volts; a receiver that runs has more at one of its inputs
+  const bool readable = voltages->internal >= kLowest || voltages->external >= kLowest;
+  front_end.write_line(4, readable
+                              ? base::format_text("Int: %5.2f,  Ext: %5.2f", voltages->internal, voltages->external)
+                              : "Can't read voltages");
+  return readable;
+}
+
+bool Session::get_time() {
+  const std::optional<std::int64_t> seconds = garmin_commands.read_time();
+  if (seconds) front_end.write_line(4, store::format_date_text(*seconds) + " UTC");
+  return seconds.has_value();
+}
+
+bool Session::get_position() {
+  const std::optional<garmin::PlaceAndTime> here = garmin_commands.read_position();
+  if (!here) return false;
+  shift.set_datum_shift("WGS-84", settings.externaldatum);
+  const geodesy::Position shifted = textfile::shift_position(shift, here->position).value_or(here->position);
+  const geodesy::PositionTexts texts =
+      geodesy::format_position(shifted, settings.DMSMode, shift.projection_ellipsoid());
+  const std::string time = store::format_date_text(here->seconds + text_options().offset_seconds);
+  front_end.write_line(4, base::format_text("%s %s %s", texts.first.c_str(), texts.second.c_str(), time.c_str()));
+  return datums.find(settings.externaldatum) != nullptr;  // if not, WGS-84 took its place, which was said
+}
+
+bool Session::follow_position(const garmin::GarminCommands::LineSink& sink) {
+  return garmin_commands.follow_position(sink);
+}
+
+bool Session::power_off() {
+  if (!front_end.ask_yes_no("Turn off GPS", "Turn off the GPS receiver?")) {
+    front_end.write_line(1, "The GPS receiver was not turned off.");
+    return false;
+  }
+  const bool told = garmin_commands.power_off();
+  if (told) front_end.write_line(4, "The GPS receiver was told to turn off.");
+  return told;
 }
 
 }  // namespace session

@@ -4,19 +4,24 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/clock.h"
 #include "base/front_end.h"
+#include "garmin/display_bitmap.h"
+#include "garmin/downloads.h"
 #include "garmin/link.h"
 #include "garmin/protocol_selection.h"
-#include "garmin/transfers.h"
+#include "garmin/single_commands.h"
+#include "garmin/uploads.h"
 #include "geodesy/datum_shift.h"
 #include "geodesy/datum_table.h"
 #include "geodesy/distance.h"
 #include "geodesy/notation.h"
 #include "geodesy/position_parser.h"
+#include "picture/bitmap.h"
 #include "serial/com_port.h"
 #include "serial/debug_log.h"
 #include "serial/device_flags.h"
@@ -61,7 +66,16 @@ class Session {
 
   // The single commands: true when the receiver answered. The texts go to the output lines.
   bool get_gps_id();
+  bool get_voltages();
+  bool get_time();
+  bool get_position();  // in the datum, notation and zone of written files
+  // Position-velocity-time data into the sink, until the user stops it.
+  bool follow_position(const garmin::GarminCommands::LineSink& sink);
+  // Asks first.
+  bool power_off();
   bool get_supported_protocols();
+  // Downloads the receiver's screen; the old picture stays when that fails, which is said.
+  bool get_display_bitmap();
 
   base::Clock& clock;
   base::FrontEnd& front_end;
@@ -70,6 +84,7 @@ class Session {
   SimulatedGarmin simulated_garmin;  // taken when its port is first opened
   serial::DeviceFlags flags;
   store::ItemStore items;
+  std::optional<::picture::Bitmap> picture;  // the receiver's screen, as it was downloaded or read
   store::CommandOptions command_options;
   geodesy::DatumTable datums;
   geodesy::DatumShift shift;
@@ -79,7 +94,11 @@ class Session {
   serial::ComPort port;
   garmin::GarminLink garmin_link;
   garmin::ProtocolSelection garmin_selection;
-  garmin::GarminTransfers garmin_transfers;
+  garmin::Connection garmin_connection;
+  garmin::GarminCommands garmin_commands;
+  garmin::GarminDownloads garmin_downloads;
+  garmin::GarminUploads garmin_uploads;
+  garmin::GarminDisplay garmin_display;
 
  private:
   bool open_garmin();

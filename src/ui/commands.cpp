@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 namespace ui {
 namespace {
@@ -21,6 +22,7 @@ constexpr std::array kGarminDownloads{
     DownloadRow{40034, garmin::Kind::Routes},
     DownloadRow{40119, garmin::Kind::Routes},
     DownloadRow{40036, garmin::Kind::ProximityWaypoints},
+    DownloadRow{40037, garmin::Kind::Almanac},
 };
 
 bool must_be_garmin(Session& session) {
@@ -34,7 +36,27 @@ bool must_be_garmin(Session& session) {
 bool download(Session& session, int id) {
   if (!must_be_garmin(session)) return false;
   const auto* row = std::ranges::find(kGarminDownloads, id, &DownloadRow::id);
-  return row != kGarminDownloads.end() && session.garmin_transfers.download(row->kind);
+  return row != kGarminDownloads.end() && session.garmin_downloads.download(row->kind);
+}
+
+// The kinds of items that each upload of the menus selects before it starts.
+struct UploadRow {
+  int id;
+  std::string_view kinds;  // as ItemRecord::kind has them
+};
+constexpr std::array kMenuUploads{
+    UploadRow{40038, "WRPTI"}, UploadRow{40039, "W"}, UploadRow{40040, "T"}, UploadRow{40042, "T"},
+    UploadRow{40043, "T"},     UploadRow{40044, "R"}, UploadRow{40045, "P"}, UploadRow{40059, "I"},
+    UploadRow{40116, "W"},     UploadRow{40118, "R"}, UploadRow{40150, "T"}, UploadRow{40156, "T"},
+    UploadRow{40187, "T"},     UploadRow{40188, "T"},
+};
+
+bool upload(Session& session, int id) {
+  if (!must_be_garmin(session)) return false;
+  const auto* row = std::ranges::find(kMenuUploads, id, &UploadRow::id);
+  if (row != kMenuUploads.end())
+    for (const char kind : row->kinds) session.items.select_all(kind, true);
+  return session.garmin_uploads.upload(id);
 }
 
 bool get_gps_id(Session& session, int) { return must_be_garmin(session) && session.get_gps_id(); }
@@ -42,6 +64,35 @@ bool get_gps_id(Session& session, int) { return must_be_garmin(session) && sessi
 bool get_supported_protocols(Session& session, int) {
   return must_be_garmin(session) && session.get_supported_protocols();
 }
+
+bool get_display_bitmap(Session& session, int) {
+  if (session.settings.GPS != store::Family::None) return must_be_garmin(session) && session.get_display_bitmap();
+  session.front_end.write_line(6, "Must select GPS first!");
+  session.flags.UserAbort = true;
+  return false;
+}
+
+bool rotate_bitmap_left(Session& session, int) {
+  if (!session.picture) {
+    session.front_end.write_line(1, "There is no picture of a receiver's screen to turn.");
+    return false;
+  }
+  try {
+    session.picture->rotate_left();
+    return true;
+  } catch (const std::bad_alloc&) {
+    session.front_end.write_line(1, "Not enough memory");
+    return false;
+  }
+}
+
+bool get_voltages(Session& session, int) { return must_be_garmin(session) && session.get_voltages(); }
+
+bool get_time(Session& session, int) { return must_be_garmin(session) && session.get_time(); }
+
+bool get_position(Session& session, int) { return must_be_garmin(session) && session.get_position(); }
+
+bool power_off(Session& session, int) { return must_be_garmin(session) && session.power_off(); }
 
 bool clear(Session& session, int id) {
   struct Row {
@@ -73,10 +124,32 @@ constexpr std::array kCommands{
     Command{40030, "&Tracks (Garmin)", "download-tracks", download},
     Command{40034, "&Routes", "download-routes", download},
     Command{40036, "&Proximity Waypoints", "download-proximity", download},
+    Command{40037, "Al&manac", "download-almanac", download},
+    Command{40038, "&All", "upload-all", upload},
+    Command{40039, "&Waypoints", "upload-waypoints", upload},
+    Command{40040, "&Tracks (Garmin)", "upload-tracks", upload},
+    Command{40042, "Plot Trail &1", "", upload},
+    Command{40043, "Plot Trail &2", "", upload},
+    Command{40044, "&Routes", "upload-routes", upload},
+    Command{40045, "&Proximity Waypoints", "upload-proximity", upload},
+    Command{40046, "Al&manac", "upload-almanac", upload},
+    Command{40059, "&Events (LEI Icons)", "", upload},
+    Command{40116, "&Upload", "", upload},
     Command{40117, "&Download", "", download},
+    Command{40118, "&Upload", "", upload},
     Command{40119, "&Download", "", download},
+    Command{40150, "Plot Trail A&ll", "", upload},
+    Command{40156, "&Upload", "", upload},
+    Command{40187, "Plot Trail &3", "", upload},
+    Command{40188, "Plot Trail &4", "", upload},
     Command{40047, "&Get GPS ID", "identify", get_gps_id},
+    Command{40048, "Get &Voltage", "voltage", get_voltages},
+    Command{40049, "Get &Time (UTC)", "time", get_time},
+    Command{40050, "Get &Position", "position", get_position},
     Command{40051, "Get &Supported Protocols", "protocols", get_supported_protocols},
+    Command{40053, "Turn &Off GPS", "poweroff", power_off},
+    Command{40052, "Get && Show &Display Bitmap\tCtrl+D", "screen", get_display_bitmap},
+    Command{40099, "&Rotate bitmap Left\tCtrl+L", "rotate-left", rotate_bitmap_left},
 };
 
 constexpr bool ids_are_unique(std::span<const Command> rows) {
@@ -99,6 +172,11 @@ bool run_command(Session& session, Display& display, int id) {
   display.set_status(3, " ");
   display.refresh_title();
   return done;
+}
+
+bool follow_position(Session& session, Display& display, const garmin::GarminCommands::LineSink& sink) {
+  display.clear();
+  return must_be_garmin(session) && session.follow_position(sink);
 }
 
 int command_id(std::string_view word) {

@@ -21,6 +21,8 @@ struct Command {
 
 // Blanks lines and hints, runs the command and refreshes the title. False when it failed or does not exist.
 bool run_command(session::Session& session, Display& display, int id);
+// Position-velocity-time data into the sink until the user stops it; no menu has it. False as run_command.
+bool follow_position(session::Session& session, Display& display, const garmin::GarminCommands::LineSink& sink);
 // The id of a console word; 0 for none.
 [[nodiscard]] int command_id(std::string_view word);
 

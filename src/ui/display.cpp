@@ -7,9 +7,17 @@
 namespace ui {
 
 void Display::write_line(int line, std::string_view text) {
+  if (const auto kept = keep(line, text)) screen_.paint_line(line, *kept);
+}
+
+void Display::write_progress(int line, std::string_view text) {
+  if (const auto kept = keep(line, text)) screen_.paint_progress_text(line, *kept);
+}
+
+std::optional<std::string_view> Display::keep(int line, std::string_view text) {
   if (line < 1 || line > kLines) {
     message_box("Display", base::format_text("Bad line number %d -- report error to author", line));
-    return;
+    return std::nullopt;
   }
   text = text.substr(0, kLongestLine);
   lines_[static_cast<std::size_t>(line) - 1] = text;
@@ -17,7 +25,7 @@ void Display::write_line(int line, std::string_view text) {
     log_ << base::format_text("(line:%2d):-%.*s\n", line, static_cast<int>(text.size()), text.data());
     log_.flush();
   }
-  screen_.paint_line(line, text);
+  return text;
 }
 
 void Display::set_status(int field, std::string_view text) {

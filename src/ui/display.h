@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,7 @@ class Display : public base::FrontEnd {
   void log_to(const std::filesystem::path& path) { log_.open(path, std::ios::app); }
 
   void write_line(int line, std::string_view text) override;
+  void write_progress(int line, std::string_view text) override;
   void set_status(int field, std::string_view text) override;
   void message_box(std::string_view title, std::string_view text) override;
   bool ask_yes_no(std::string_view title, std::string_view question) override;
@@ -45,6 +47,9 @@ class Display : public base::FrontEnd {
   [[nodiscard]] const std::string& line(int number) const { return lines_[static_cast<std::size_t>(number) - 1]; }
 
  private:
+  // The text as it is kept; nothing, after a box, for a line that does not exist.
+  std::optional<std::string_view> keep(int line, std::string_view text);
+
   Screen& screen_;
   std::function<std::string()> title_source_;
   std::array<std::string, kLines> lines_;

@@ -12,7 +12,8 @@ class Screen {
  public:
   virtual ~Screen() = default;
 
-  virtual void paint_line(int line, std::string_view text) = 0;     // 1 to 10
+  virtual void paint_line(int line, std::string_view text) = 0;  // 1 to 10
+  virtual void paint_progress_text(int line, std::string_view text) { paint_line(line, text); }
   virtual void paint_status(int field, std::string_view text) = 0;  // 1 to 3
   virtual void paint_title(std::string_view text) = 0;
   virtual void paint_progress(int step, int steps) = 0;  // steps 0: no bar

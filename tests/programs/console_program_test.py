@@ -244,6 +244,47 @@ class Receiver(InFolder):
         self.assertEqual(len(result.stdout.splitlines()), 10)
         self.assertEqual(result.stderr, "Opening COM Port\n")
 
+    def test_the_single_commands_answer_on_standard_output(self):
+        for arguments, expected in [
+                (["voltage"], r"Int:  5\.87,  Ext:  0\.00\n"),
+                (["time"], r"\w{3} \w{3} \d\d \d\d:\d\d:\d\d \d{4} UTC\n"),
+                (["position"], r"N54 22\.1460 W003 04\.5420 \w{3} \w{3} \d\d \d\d:\d\d:\d\d \d{4}\n"),
+                (["poweroff", "--yes"], r"The GPS receiver was told to turn off\.\n")]:
+            result = self.run_cli("--port", "sim:garmin", *arguments)
+            self.assertRegex(result.stdout, "^" + expected + "$", arguments)
+            self.assertEqual((result.stderr, result.returncode), ("Opening COM Port\n", 0), arguments)
+
+    def test_position_velocity_time_data_goes_on_until_ctrl_c_or_the_reader_ends(self):
+        record = r"^(-?\d+\.\d{6},){4}3,\d+\.\d{6},54\.369\d{3},-3\.075\d{3},(-?\d+\.\d{6},){4}18,\d+\n$"
+        _, path = self.simulate()
+        process = subprocess.Popen([CLI, "--port", path, "--debug-log", "log", "position", "--follow"], text=True,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                   cwd=self.folder)
+        for _ in range(2):
+            self.assertRegex(process.stdout.readline(), record)  # as it comes
+        process.send_signal(signal.SIGINT)
+        self.assertNotIn("answer", process.communicate(timeout=LIMIT)[1])
+        self.assertEqual(process.returncode, 0)
+        self.assertRegex(read(self.path("log")), r"Sending: Stop PVT data\n 10   0a   02   322  00   c2   10   03  \n")
+        command = f"'{CLI}' --port '{path}' position --follow </dev/null | head -n 1"
+        result = subprocess.run(["bash", "-c", command], cwd=self.folder, capture_output=True, text=True, timeout=LIMIT)
+        self.assertRegex(result.stdout, record)
+
+    def test_a_receiver_without_position_velocity_time_data_is_not_asked_for_it(self):
+        _, path = self.simulate("--product", "77", "--software", "3.61", "--protocols", "none")
+        result = self.run_cli("--port", path, "--debug-log", "log", "position", "--follow")
+        self.assertEqual((result.stdout, result.returncode), ("", 1))
+        self.assertTrue(result.stderr.endswith("This receiver has no position-velocity-time data.\n"), result.stderr)
+        self.assertNotIn("PVT", read(self.path("log")))
+
+    def test_where_nobody_can_be_asked_a_receiver_is_not_turned_off(self):
+        _, path = self.simulate()
+        result = self.run_cli("--port", path, "--debug-log", "log", "poweroff")
+        self.assertEqual((result.stdout, result.returncode), ("", 1))
+        self.assertTrue(result.stderr.endswith("The GPS receiver was not turned off.\n"), result.stderr)
+        self.assertNotIn("Sending", read(self.path("log")))
+        self.assertEqual(self.run_cli("--port", path, "poweroff", "--yes").returncode, 0)
+
     def test_the_trace_shows_every_display_call(self):
         result = self.run_cli("--port", "sim:garmin", "--trace", "download", "waypoints", "-o", "w.txt")
         for line in ["[status 3] Opening COM Port", "[status 1] Downloading Waypoints", "[progress 0/30]",
@@ -272,6 +313,25 @@ class Receiver(InFolder):
         result = self.run_cli("--port", "sim:garmin", "download", "waypoints", "trail1", "-o", "x.txt")
         self.assertEqual(result.returncode, 1)
         self.assertNotIn("Waypoint download completed", result.stderr)
+
+    def test_the_screen_is_saved_as_a_picture_and_old_files_stay_when_it_is_not(self):
+        for name in ("screen.bmp", "screen.png"):
+            self.write(name, "old")
+        refused = self.run_cli("--port", "sim:garmin", "screen", "-o", "screen.bmp", "-o", "screen.txt")
+        self.assertEqual(refused.returncode, 1)
+        self.assertIn("screen.txt", refused.stderr)
+        self.assertNotIn("Opening", refused.stderr)
+        _, path = self.simulate("--product", "130")
+        refused = self.run_cli("--port", path, "screen", "-o", "screen.bmp")
+        self.assertEqual((refused.returncode, read(self.path("screen.bmp"))), (1, "old"))
+        self.assertIn("The eTrex is not supported at this time.", refused.stderr)
+        saved = self.run_cli("--port", "sim:garmin", "screen", "--rotate-left", "-o", "screen.bmp", "-o", "screen.png")
+        self.assertEqual(saved.returncode, 0, saved.stderr)
+        converted = self.run_cli("convert", "screen.bmp", "-o", "again.bmp", "-o", "again.png")
+        self.assertEqual(converted.returncode, 0, converted.stderr)
+        for kind, beginning in (("bmp", "BM"), ("png", "\x89PNG")):
+            self.assertTrue(read(self.path("screen." + kind)).startswith(beginning))
+            self.assertEqual(read(self.path("screen." + kind)), read(self.path("again." + kind)))
 
     def test_a_port_that_does_not_exist_or_is_no_port_is_explained(self):
         result = self.run_cli("--port", "/dev/nosuchport", "identify")
@@ -326,6 +386,20 @@ class Receiver(InFolder):
         self.assertIn("W  HUT             N47 15.1234 E011 30.5000", read(self.path("b.txt")))
         self.assertEqual(items(read(self.path("kept.txt"))), items(read(self.path("b.txt"))))
 
+    def test_the_simulated_receiver_saves_what_was_loaded_and_what_was_uploaded_the_almanac_too(self):
+        self.write("a.txt", Files.TEXT)
+        self.write("new.txt", Files.TEXT.replace("HUT", "TOP"))
+        self.run_cli("--port", "sim:garmin", "download", "almanac", "-o", "built_in.alm")
+        process, path = self.simulate("--load", "a.txt", "built_in.alm", "--save", "kept.gpx")
+        result = self.run_cli("--port", path, "upload", "new.txt", "--kinds", "waypoints")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.end(process)
+        self.assertIn("<name>HUT</name>", read(self.path("kept.gpx")))
+        self.assertIn("<name>TOP</name>", read(self.path("kept.gpx")))
+        process, _ = self.simulate("--load", "built_in.alm", "--save", "kept.alm")
+        self.end(process)
+        self.assertEqual(read(self.path("kept.alm")), read(self.path("built_in.alm")))
+
     def test_bad_options_of_the_simulated_receiver_are_refused(self):
         for options in [["--fault", "lightning@3"], ["--fault", "silent@0"], ["--software", "two"],
                         ["--protocols", "L001 melons"], ["--load", "none.txt"], ["--link", "/no/such/folder/x"],
@@ -371,6 +445,52 @@ class Keys(InFolder):
         # The receiver was told to stop: it answers the next one at once.
         self.assertEqual(self.run_cli("--port", path, "identify").returncode, 0)
         self.end(simulator)
+
+    def answer_question(self, answer):
+        """The exit status of a power-off command that was answered so, and what the terminal showed."""
+        pid, terminal = pty.fork()
+        if pid == 0:
+            os.chdir(self.folder)
+            os.execv(CLI, [CLI, "--port", "sim:garmin", "poweroff"])
+        shown = b""
+        try:
+            while True:
+                if select.select([terminal], [], [], LIMIT)[0]:
+                    shown += os.read(terminal, 1000)
+                if answer and b"[y/N] " in shown:
+                    os.write(terminal, answer)
+                    answer = b""
+        except OSError:  # the program has ended
+            pass
+        os.close(terminal)
+        return os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), shown
+
+    def test_the_question_before_turning_off_is_answered_by_a_line(self):
+        status, shown = self.answer_question(b"y\n")
+        self.assertEqual(status, 0)
+        self.assertIn(b"Turn off the GPS receiver? [y/N] ", shown)
+        for no in [b"\n", b"n\n", b"\x03"]:
+            status, shown = self.answer_question(no)
+            self.assertEqual(status, 1)
+            self.assertIn(b"The GPS receiver was not turned off.", shown)
+
+    def test_esc_ends_position_velocity_time_data(self):
+        _, path = self.simulate()
+        pid, terminal = pty.fork()
+        if pid == 0:
+            os.chdir(self.folder)
+            os.execv(CLI, [CLI, "--port", path, "position", "--follow"])
+        shown = b""
+        try:
+            while b",18," not in shown:
+                shown += os.read(terminal, 1000)
+            os.write(terminal, b"\x1b")
+            while os.read(terminal, 1000):
+                pass
+        except OSError:  # the program has ended
+            pass
+        os.close(terminal)
+        self.assertEqual(os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), 0)
 
     def test_esc_ends_a_download_cleanly(self):
         self.abort_download(b"\x1b")
@@ -449,6 +569,38 @@ class GpsbabelAsWitness(InFolder):
                 continue
         self.assertEqual(len(theirs), 3)
         self.assertEqual(theirs, ours)
+
+    def compare_uploads(self, kinds, *options):
+        """The same files, sent by gpsbabel and by us to two receivers of the same kind."""
+        self.write("keep.txt", "Version 2\nD WGS-84\nM DDD\nW  KEEP            N45.0000000 E007.0000000\n")
+        self.assertEqual(self.run_cli("--port", "sim:garmin", "--set", "ForceExactDupeRemoval=1", "download", "all", "-o",
+                                      "all.gpx", "--kinds", "waypoints,routes,tracks").returncode, 0)
+        held = {}
+        for who in ("theirs", "ours"):
+            process, path = self.simulate("--load", "keep.txt", "--save", who + ".txt", *options)
+            for kind in kinds:
+                if who == "theirs":
+                    subprocess.run(["gpsbabel", "-" + kind[0], "-i", "gpx", "-f", self.path("all.gpx"), "-o", "garmin", "-F", path],
+                                   check=True, timeout=LIMIT, capture_output=True)
+                else:
+                    result = self.run_cli("--port", path, "upload", "all.gpx", "--kinds", kind)
+                    self.assertEqual(result.returncode, 0, result.stderr)
+            self.end(process)
+            held[who] = items(read(self.path(who + ".txt")))
+        columns = {"waypoints": 43, "routes": 20, "tracks": 27}  # idents and places
+        for kind in kinds:
+            letter = kind[0].upper() + "  "
+            theirs, ours = ([line[:columns[kind]] for line in held[who] if line.startswith(letter)]
+                            for who in ("theirs", "ours"))
+            self.assertGreater(len(ours), 2, kind)
+            self.assertEqual(theirs, ours)
+
+    def test_uploads_to_a_receiver_with_a_capability_array(self):
+        self.compare_uploads(["waypoints", "routes", "tracks"])
+
+    def test_uploads_to_an_old_receiver_without_one(self):
+        # Of routes and tracks gpsbabel sends records that such a receiver does not know.
+        self.compare_uploads(["waypoints"], "--product", "31", "--protocols", "none")
 
     def test_a_receiver_with_a_capability_array(self):
         self.compare()

@@ -33,10 +33,26 @@ void add_notation(CLI::App* command, Arguments& arguments) {
       ->type_name("NAME");
 }
 
-void add_output_options(CLI::App* command, Arguments& arguments) {
+void add_kinds(CLI::App* command, Arguments& arguments, const char* help) {
+  command->add_option("--kinds", arguments.kinds, help)
+      ->delimiter(',')
+      ->allow_extra_args(false)
+      ->check(CLI::IsMember(kKinds))
+      ->type_name("KIND,...");
+}
+
+void add_outputs(CLI::App* command, Arguments& arguments) {
   command->add_option("-o,--output", arguments.outputs, "files to write, the type by the extension")
       ->required()
       ->type_name("FILE");
+}
+
+void add_rotate_left(CLI::App* command, Arguments& arguments) {
+  command->add_flag("--rotate-left", arguments.rotate_left, "turn the picture by 90 degrees");
+}
+
+void add_output_options(CLI::App* command, Arguments& arguments) {
+  add_outputs(command, arguments);
   add_datum(command, arguments, "datum of the written positions");
   add_notation(command, arguments);
   command->add_option("--txt-version", arguments.txt_version, "version of native text files, 1 or 2")
@@ -46,11 +62,7 @@ void add_output_options(CLI::App* command, Arguments& arguments) {
       ->check(CLI::Range(-24.0, 24.0))
       ->type_name("HOURS");
   command->add_flag("--distances", arguments.distances, "lengths of routes and tracks as comment lines");
-  command->add_option("--kinds", arguments.kinds, "write only these kinds, separated by commas")
-      ->delimiter(',')
-      ->allow_extra_args(false)
-      ->check(CLI::IsMember(kKinds))
-      ->type_name("KIND,...");
+  add_kinds(command, arguments, "write only these kinds, separated by commas");
   command->add_flag("--no-comments", arguments.no_comments, "no comment column");
   command->add_flag("--no-symbols", arguments.no_symbols, "no symbol column");
 }
@@ -80,11 +92,23 @@ void add_global_options(CLI::App& app, Arguments& arguments) {
 void add_receiver_commands(CLI::App& app, Arguments& arguments) {
   add_command(app, arguments, "identify", "ask the receiver who it is");
   add_command(app, arguments, "protocols", "list the protocols that the receiver says it speaks");
+  add_command(app, arguments, "voltage", "ask the receiver for its supply voltages");
+  add_command(app, arguments, "time", "ask the receiver for its date and time");
+  CLI::App* position = add_command(app, arguments, "position", "ask the receiver where it is");
+  position->add_flag("--follow", arguments.follow, "position-velocity-time data, a line a record, until ESC or Ctrl-C");
+  CLI::App* power_off = add_command(app, arguments, "poweroff", "turn the receiver off");
+  power_off->add_flag("--yes", arguments.yes, "do not ask first");
   CLI::App* download = add_command(app, arguments, "download", "download, then write the files");
-  download->add_option("KIND", arguments.words, "what to download: all, waypoints, tracks, routes, proximity")
+  download->add_option("KIND", arguments.words, "what to download: all, waypoints, tracks, routes, proximity, almanac")
       ->required()
       ->check(CLI::IsMember(kKinds));
   add_output_options(download, arguments);
+  CLI::App* upload = add_command(app, arguments, "upload", "read files, then upload what they hold");
+  add_files(upload, arguments);
+  add_kinds(upload, arguments, "upload only these kinds, separated by commas");
+  CLI::App* screen = add_command(app, arguments, "screen", "download the receiver's screen to .bmp or .png files");
+  add_outputs(screen, arguments);
+  add_rotate_left(screen, arguments);
   add_command(app, arguments, "ports", "list the serial ports of this machine");
 }
 
@@ -92,6 +116,7 @@ void add_file_commands(CLI::App& app, Arguments& arguments) {
   CLI::App* convert = add_command(app, arguments, "convert", "read files and write others");
   add_files(convert, arguments);
   add_output_options(convert, arguments);
+  add_rotate_left(convert, arguments);
   // Kind and files in one list: what comes first is the kind.
   CLI::App* list = add_command(app, arguments, "list", "one line of native text an item");
   list->add_option("KIND FILE", arguments.words, "all, waypoints, tracks, routes, proximity or events, then the files")

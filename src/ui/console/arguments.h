@@ -27,6 +27,9 @@ struct Arguments {
   std::optional<double> time_offset;
   std::vector<std::string> kinds;
   bool distances = false, no_comments = false, no_symbols = false;
+  bool rotate_left = false;
+  bool follow = false;  // position-velocity-time data
+  bool yes = false;     // questions need not be asked
 
   std::vector<std::string> load;
   std::string save, protocols, software, link;

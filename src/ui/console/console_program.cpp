@@ -55,9 +55,15 @@ struct ConsoleProgram::Command {
 
 const ConsoleProgram::Command* ConsoleProgram::find_command(const std::string& name) {
   static constexpr std::array kCommands{
-      Command{"identify", &ConsoleProgram::identify},
-      Command{"protocols", &ConsoleProgram::identify},
+      Command{"identify", &ConsoleProgram::answer},
+      Command{"protocols", &ConsoleProgram::answer},
+      Command{"voltage", &ConsoleProgram::answer},
+      Command{"time", &ConsoleProgram::answer},
+      Command{"position", &ConsoleProgram::position},
+      Command{"poweroff", &ConsoleProgram::answer},
       Command{"download", &ConsoleProgram::download},
+      Command{"upload", &ConsoleProgram::upload},
+      Command{"screen", &ConsoleProgram::screen},
       Command{"convert", &ConsoleProgram::convert},
       Command{"list", &ConsoleProgram::list},
       Command{"info", &ConsoleProgram::info},
@@ -164,23 +170,39 @@ bool ConsoleProgram::write_outputs(const Arguments& arguments) {
   return all_written && session_.datums.find(options.datum) != nullptr;
 }
 
-// The lines that these commands write are their results.
-int ConsoleProgram::identify(const Arguments& arguments) {
+// The lines that these commands write are their results, or the reason why they failed.
+int ConsoleProgram::answer(const Arguments& arguments) {
   const KeyReading keys(terminal_);
-  const bool tracing = arguments.trace;
-  screen_.set_lines_are_results(!tracing);
+  screen_.set_lines_are_results(!arguments.trace);
+  screen_.set_says_yes(arguments.yes);
   const bool done = run_command(session_, display_, command_id(arguments.command));
   screen_.set_lines_are_results(false);
+  bool told = false;
   for (int line = 1; line <= Display::kLines; ++line) {
     const std::string& text = display_.line(line);
     if (text.empty()) continue;
+    told = true;
     if (done) {
       print(text);
-    } else if (!tracing) {
-      screen_.paint_line(line, text);
+    } else if (!arguments.trace) {
+      (void)fail(text);
     }
   }
-  return done ? kDone : kFailed;
+  if (done) return kDone;
+  return told ? kFailed : no_answer();
+}
+
+int ConsoleProgram::position(const Arguments& arguments) {
+  if (!arguments.follow) return answer(arguments);
+  const KeyReading keys(terminal_);
+  const auto print_now = [this](std::string_view line) { return static_cast<bool>(output_ << line << std::flush); };
+  return follow_position(session_, display_, print_now) ? kDone : no_answer();
+}
+
+// A receiver that falls silent says nothing, so somebody has to.
+int ConsoleProgram::no_answer() {
+  return screen_.has_told_trouble() ? kFailed
+                                    : fail("The receiver on " + session_.port.port_name() + " did not answer.");
 }
 
 int ConsoleProgram::download(const Arguments& arguments) {
@@ -193,13 +215,43 @@ int ConsoleProgram::download(const Arguments& arguments) {
       all_came = all_came && run_command(session_, display_, command_id("download-" + kind));
   }
   // What has arrived is written, but an old file is not replaced by nothing.
-  if (!all_came && session_.items.empty()) return kFailed;
+  if (!all_came && session_.items.empty() && session_.items.almanac().empty()) return kFailed;
   const bool all_written = write_outputs(arguments);
   return all_came && all_written ? kDone : kFailed;
 }
 
+int ConsoleProgram::upload(const Arguments& arguments) {
+  std::vector<std::string> kinds = arguments.kinds;
+  for (const std::string& kind : kinds)
+    if (command_id("upload-" + kind) == 0) return fail("Uploading " + kind + " is not possible with this version.");
+  if (!read_files(arguments.words)) return fail("Nothing was uploaded.");
+  if (kinds.empty()) {
+    if (!session_.items.empty()) kinds.emplace_back("all");
+    if (!session_.items.almanac().empty()) kinds.emplace_back("almanac");
+    if (kinds.empty()) return fail("The files hold nothing that can be uploaded.");
+  }
+  const KeyReading keys(terminal_);
+  bool all_taken = true;
+  for (const std::string& kind : kinds)
+    all_taken = run_command(session_, display_, command_id("upload-" + kind)) && all_taken;
+  return all_taken ? kDone : kFailed;
+}
+
+int ConsoleProgram::screen(const Arguments& arguments) {
+  for (const std::string& file : arguments.outputs)
+    if (!session_.files.would_save_bitmap(file)) return fail(file + ": a screen is saved to files named .bmp or .png.");
+  bool taken = false;
+  {
+    const KeyReading keys(terminal_);
+    taken = run_command(session_, display_, command_id("screen"));
+  }
+  if (!taken || (arguments.rotate_left && !run_command(session_, display_, command_id("rotate-left")))) return kFailed;
+  return write_outputs(arguments) ? kDone : kFailed;
+}
+
 int ConsoleProgram::convert(const Arguments& arguments) {
   if (!read_files(arguments.words)) return fail("Nothing was written.");
+  if (arguments.rotate_left && !run_command(session_, display_, command_id("rotate-left"))) return kFailed;
   return write_outputs(arguments) ? kDone : kFailed;
 }
 

@@ -31,10 +31,14 @@ class ConsoleProgram {
 
   [[nodiscard]] bool take_settings(const Arguments& arguments);
   int wrong_usage(const std::string& why);
+  int no_answer();
   int fail(const std::string& why);
 
-  int identify(const Arguments& arguments);
+  int answer(const Arguments& arguments);
+  int position(const Arguments& arguments);
   int download(const Arguments& arguments);
+  int upload(const Arguments& arguments);
+  int screen(const Arguments& arguments);
   int convert(const Arguments& arguments);
   int list(const Arguments& arguments);
   int info(const Arguments& arguments);

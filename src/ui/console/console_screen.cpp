@@ -44,7 +44,9 @@ void ConsoleScreen::say(std::string_view text) {
 }
 
 void ConsoleScreen::paint_line(int line, std::string_view text) {
+  const bool is_error = line <= kErrorLines && !text.empty() && !is_good_news(text);
   if (mode_ == Mode::Trace) {
+    trouble_ = trouble_ || is_error;
     trace(base::format_text("line %d", line), text);
     return;
   }
@@ -56,7 +58,6 @@ void ConsoleScreen::paint_line(int line, std::string_view text) {
   if (lines_are_results_) return;
   // While the bar is up it stands for the lines of progress; what is wrong is said on the first three.
   if (progress_range_ > 0 && line > (trouble_ ? 3 : kErrorLines)) return;
-  const bool is_error = line <= kErrorLines && !is_good_news(text);
   trouble_ = trouble_ || is_error;
   // What stands below an error says what to do about it.
   if (mode_ == Mode::Quiet && !is_error && !(trouble_ && line > kErrorLines)) return;
@@ -64,6 +65,10 @@ void ConsoleScreen::paint_line(int line, std::string_view text) {
   if (said == text && line > kErrorLines) return;
   said = text;
   say(text);
+}
+
+void ConsoleScreen::paint_progress_text(int line, std::string_view text) {
+  if (mode_ == Mode::Trace) trace(base::format_text("line %d", line), text);
 }
 
 void ConsoleScreen::paint_status(int field, std::string_view text) {
@@ -107,16 +112,17 @@ void ConsoleScreen::remove_bar() {
 }
 
 void ConsoleScreen::show_box(std::string_view title, std::string_view text) {
+  trouble_ = true;
   if (mode_ == Mode::Trace) {
     trace("box " + std::string(title), text);
   } else {
-    trouble_ = true;
     say(std::string(title) + ": " + std::string(text));
   }
 }
 
 bool ConsoleScreen::ask(std::string_view title, std::string_view question) {
   if (mode_ == Mode::Trace) trace("ask " + std::string(title), question);
+  if (says_yes_) return true;
   remove_bar();
   terminal_.write(base::utf8_text(question) + " [y/N] ");
   std::string answer;

@@ -22,8 +22,14 @@ class ConsoleScreen : public Screen {
   void set_mode(Mode mode) { mode_ = mode; }
   // While lines are results they go to standard output in the end, so they are not written here.
   void set_lines_are_results(bool results) { lines_are_results_ = results; }
+  // Questions are answered with yes beforehand.
+  void set_says_yes(bool yes) { says_yes_ = yes; }
+  // Whether the running command has reported an error.
+  [[nodiscard]] bool has_told_trouble() const { return trouble_; }
 
   void paint_line(int line, std::string_view text) override;
+  // Only traced: the bar stands for it.
+  void paint_progress_text(int line, std::string_view text) override;
   void paint_status(int field, std::string_view text) override;
   void paint_title(std::string_view text) override;
   void paint_progress(int step, int steps) override;
@@ -42,6 +48,7 @@ class ConsoleScreen : public Screen {
   base::Clock& clock_;
   Mode mode_ = Mode::Plain;
   bool lines_are_results_ = false;
+  bool says_yes_ = false;
   std::map<int, std::string> said_;  // by line: a text that comes back to its line is not said twice
   bool trouble_ = false;             // the running command has reported an error
   std::string step_text_;            // of the running transfer, beside the bar

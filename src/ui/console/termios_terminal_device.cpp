@@ -19,6 +19,7 @@ volatile std::sig_atomic_t interrupts = 0;
 extern "C" void count_interrupt(int) { interrupts = interrupts + 1; }
 
 constexpr char kEscape = 27;
+constexpr int kLookMilliseconds = 50;  // between two looks at Ctrl-C while a line is typed
 // All that ask the program to end: the port must be put back first, whoever asks.
 constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
@@ -45,12 +46,12 @@ class TermiosTerminal : public Terminal {
     // A background job must not touch the terminal: the system would stop it.
     raw_ = tcgetattr(STDIN_FILENO, &old_settings_) == 0 && is_foreground();
     if (!raw_) return;
-    termios settings = old_settings_;
-    settings.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
-    settings.c_cc[VMIN] = 0;
-    settings.c_cc[VTIME] = 0;
-    settings.c_cc[VSUSP] = _POSIX_VDISABLE;  // no receiver waits for a program that is stopped
-    tcsetattr(STDIN_FILENO, TCSANOW, &settings);
+    key_settings_ = old_settings_;
+    key_settings_.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
+    key_settings_.c_cc[VMIN] = 0;
+    key_settings_.c_cc[VTIME] = 0;
+    key_settings_.c_cc[VSUSP] = _POSIX_VDISABLE;  // no receiver waits for a program that is stopped
+    tcsetattr(STDIN_FILENO, TCSANOW, &key_settings_);
   }
 
   void end_keys() override {
@@ -76,7 +77,17 @@ class TermiosTerminal : public Terminal {
   }
 
   bool read_line(std::string& line) override {
-    return isatty(STDIN_FILENO) == 1 && static_cast<bool>(std::getline(std::cin, line));
+    if (isatty(STDIN_FILENO) != 1) return false;
+    // A line is typed as everywhere, also while keys are read one by one.
+    if (raw_) tcsetattr(STDIN_FILENO, TCSANOW, &old_settings_);
+    // Waited for here: an interrupt just before a blocking read would go unnoticed.
+    const auto interrupted = [this] { return reading_ && interrupts > 0; };
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    while (!interrupted() && poll(&input, 1, kLookMilliseconds) <= 0) {
+    }
+    const bool typed = !interrupted() && std::getline(std::cin, line);
+    if (raw_) tcsetattr(STDIN_FILENO, TCSANOW, &key_settings_);
+    return typed;
   }
 
   void write(std::string_view utf8_text) override { std::cerr << utf8_text << std::flush; }
@@ -87,6 +98,7 @@ class TermiosTerminal : public Terminal {
   bool reading_ = false;
   bool raw_ = false;
   termios old_settings_{};
+  termios key_settings_{};
   std::array<struct sigaction, kSignals.size()> old_actions_{};
   void (*old_pipe_action_)(int) = SIG_DFL;
 };
