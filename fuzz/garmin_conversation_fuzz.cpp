@@ -74,7 +74,7 @@ class Receiver {
 
   void obey(std::uint8_t command) {
     if (command == 0) return pending_.clear();
-    static constexpr std::array<std::uint8_t, 12> kIds{35, 34, 29, 30, 98, 99, 19, 31, 69, 14, 17, 12};
+    static constexpr std::array<std::uint8_t, 12> kIds{35, 34, 29, 30, 98, 99, 19, 31, 69, 14, 17, 51};
     const int count = choices_.ConsumeIntegralInRange(0, 12);
     if (command != 32) push(27, ByteWriter().u16(static_cast<std::uint16_t>(count)).result());
     for (int i = 0; i < count; ++i) {
@@ -183,7 +183,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   garmin::GarminCommands commands(connection, clock);
   garmin::GarminDownloads downloads(connection, clock, items, settings);
   garmin::GarminUploads uploads(connection, commands, items, settings);
-  garmin::DisplayBitmap screen(connection);
+  garmin::GarminDisplay screen(connection);
   for (int operations = 0; operations < 3; ++operations) {
     switch (choices.ConsumeIntegralInRange(0, 5)) {
       case 0:
@@ -201,8 +201,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         (void)screen.download();
         break;
       default:
-        (void)commands.get_time();
-        (void)commands.get_position();
+        (void)commands.read_time();
+        (void)commands.read_position();
+        (void)commands.read_voltages();
+        (void)commands.follow_position([](std::string_view) { return true; });
     }
     if (flags.PortOpen || device.is_open) std::abort();
     // An hour of the simulated clock is far more than any of these may take.

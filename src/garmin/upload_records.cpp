@@ -189,16 +189,19 @@ UploadRecord UploadRecords::waypoint_record(PacketKind packet, std::span<const R
 // The names of all waypoints are given in the order of the store, selected or not, so that a point of a route or a
 // proximity waypoint is called like its waypoint in whichever upload it goes.
 ReceiverNames& UploadRecords::waypoint_names(const NameRule& rule) {
-  const auto [names, is_new] = waypoint_names_.try_emplace(rule, rule);
-  const auto for_all_waypoints = [&](auto&& name) {
-    for (int i = 1; is_new && i <= items_.waypoint_count(); ++i) {
-      const ItemRecord item = items_.waypoint(i);
-      if (item.in_use != 0) name(item);
-    }
-  };
-  for_all_waypoints([&](const ItemRecord& item) { names->second.reserve(item.ident, place_of(item)); });
-  for_all_waypoints([&](const ItemRecord& item) { (void)names->second.name_of(item.ident, place_of(item)); });
-  return names->second;
+  const auto found = waypoint_names_.find(rule);
+  if (found != waypoint_names_.end()) return found->second;
+  ReceiverNames names(rule);
+  for_all_waypoints([&](const ItemRecord& item) { names.reserve(item.ident, place_of(item)); });
+  for_all_waypoints([&](const ItemRecord& item) { (void)names.name_of(item.ident, place_of(item)); });
+  return waypoint_names_.emplace(rule, std::move(names)).first->second;
+}
+
+void UploadRecords::for_all_waypoints(const std::function<void(const ItemRecord& item)>& take) const {
+  for (int i = 1; i <= items_.waypoint_count(); ++i) {
+    const ItemRecord item = items_.waypoint(i);
+    if (item.in_use != 0) take(item);
+  }
 }
 
 std::string UploadRecords::counted(std::string_view name, std::string receiver_name) {

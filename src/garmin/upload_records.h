@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -57,6 +58,7 @@ class UploadRecords {
   [[nodiscard]] UploadRecord link_record(const store::ItemRecord& point, const std::string& label) const;
   UploadRecord log_header(const store::ItemRecord& point, int index, ReceiverNames& names);
   ReceiverNames& waypoint_names(const NameRule& rule);
+  void for_all_waypoints(const std::function<void(const store::ItemRecord& item)>& take) const;
   std::string counted(std::string_view name, std::string receiver_name);
 
   const store::ItemStore& items_;

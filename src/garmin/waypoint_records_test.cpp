@@ -267,7 +267,7 @@ TEST(WaypointRecords, DisplayCodesAndColoursOfEachFormatBecomeTheSameModesAndCol
 
 // Deliberate : the dark colours change places with those that have a word of their own.
 TEST(WaypointRecords, EveryD108ColourKeepsANumberOfItsOwn) {
-  std::array<int, 16> seen{};
+  std::array<int, 18> seen{};
   for (char code = 0; code < 16; ++code) {
     std::string data = data_of("\0\0\0\x60" FULL_PLACE FULL_TEXTS);
     data[1] = code;
@@ -275,7 +275,8 @@ TEST(WaypointRecords, EveryD108ColourKeepsANumberOfItsOwn) {
     ++seen.at(item.colour);
     EXPECT_EQ(encoded(kWaypointFormats, 108, item), data);
   }
-  EXPECT_EQ(seen, (std::array<int, 16>{1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1}));
+  // 0 and 16 are those of waypoints without a colour.
+  EXPECT_EQ(seen, (std::array<int, 18>{0, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 1}));
 }
 
 TEST(WaypointRecords, UnknownHeightsStayUnknownAndAnUnknownDistanceIsNone) {

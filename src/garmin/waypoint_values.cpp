@@ -16,8 +16,11 @@ constexpr std::int16_t kSymbolAndComment = 5;
 constexpr std::array kDisplayModes{kSymbolAndName, kSymbolOnly, kSymbolAndComment};
 
 // Deliberate : waypoints number their colours 0 black, 1 red, 2 blue, 3 green, 4 yellow, as the colour words
-// of text files do, so red, blue, green and yellow change places with the dark colours 1 to 4. All 16 stay distinct.
-constexpr std::array<std::uint8_t, 16> kColours{0, 9, 10, 11, 12, 5, 6, 7, 8, 1, 3, 4, 2, 13, 14, 15};
+// of text files do, so red, blue, green and yellow change places with the dark colours 1 to 4. 0 is also what waypoints
+// have whose colour nobody chose, and what the default becomes in a text file: it goes to receivers as their default,
+// and a black that a receiver has chosen keeps a number of its own. All 16 stay distinct.
+constexpr std::uint8_t kChosenBlack = 17;
+constexpr std::array<std::uint8_t, 16> kColours{kChosenBlack, 9, 10, 11, 12, 5, 6, 7, 8, 1, 3, 4, 2, 13, 14, 15};
 constexpr std::array<std::uint8_t, 4> kFourColours{store::kDefaultColour, 1, 3, 2};
 
 template <typename Table, typename Value>

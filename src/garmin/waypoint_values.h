@@ -22,7 +22,7 @@ inline constexpr std::int16_t kSymbolAndName = 3;  // the display mode of items 
 [[nodiscard]] std::uint8_t display_code_as_stored(std::int16_t mode);
 
 // The store's colour of the codes 0 to 15 of D108, D109 and D110; kDefaultColour for others. Back, nothing for that
-// one.
+// one, and for items whose colour nobody chose (0).
 [[nodiscard]] std::uint8_t colour(unsigned code);
 [[nodiscard]] std::optional<std::uint8_t> colour_code(std::uint8_t colour);
 // D107: default, red, green, blue.

@@ -114,9 +114,9 @@ SimWaypoint as_written(const Layout& layout, SimWaypoint waypoint) {
   waypoint.proximity.reset();
   if (!is_aviation(layout)) waypoint.altitude = to_decimetres(waypoint.altitude);
   waypoint.depth = to_decimetres(waypoint.depth);
-  // Red, green, yellow and blue have words; D107 has no others.
+  // Red, green, yellow and blue have words; the others come back as nobody's choice.
   const bool has_word = waypoint.colour >= 9 && waypoint.colour <= 12;
-  if (!has_word && layout.format != 107) waypoint.colour = 0;
+  if (!has_word && layout.format != 107) waypoint.colour = 255;
   return waypoint;
 }
 
