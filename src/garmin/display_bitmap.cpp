@@ -20,7 +20,6 @@ constexpr std::size_t kLongestPiece = 128;  // pixel bytes in a packet
 constexpr std::uint32_t kLongestSide = 1024;
 constexpr std::uint32_t kMostBytesPerLine = 1024;
 constexpr std::uint32_t kMostStrayPackets = 200;
-constexpr int kMostAcknowledgements = 3;     // of the command that is sent again after each silence
 constexpr std::uint32_t kMostTimesSent = 3;  // a screen that is sent over and over never ends
 
 constexpr std::uint16_t kMap = 111, k12CX = 116, kColourMap = 118, kETrex = 130;
@@ -69,7 +68,6 @@ std::optional<picture::Bitmap> GarminDisplay::download() {
   connection_.front_end.set_status(3, "ESC key to abort");
   if (!connection_.stopped() && !product_can_send()) return std::nullopt;
   running_ = true;
-  acknowledgements_ = 0;
   const bool complete = !connection_.stopped() && receive_screen();
   running_ = false;
   arrived_.clear();
@@ -160,9 +158,6 @@ bool GarminDisplay::receive_packet(std::uint32_t& most) {
     return false;
   }
   connection_.link.getGarminMessage();
-  // A receiver that goes on acknowledging and sends nothing else is as good as silent.
-  if (connection_.link.last_kind() == PacketKind::Pid_Ack_Byte && ++acknowledgements_ > kMostAcknowledgements)
-    connection_.flags.ComTimedOut = true;
   return !connection_.stopped();
 }
 
@@ -204,7 +199,6 @@ void GarminDisplay::draw(std::size_t offset, std::uint8_t pixels) {
   if (!arrived_[offset]) {
     arrived_[offset] = true;
     --missing_;
-    acknowledgements_ = 0;
   }
   const std::uint32_t bits = geometry_->layout;
   // Receivers count grey from white to black, the palette from black to white.

@@ -61,7 +61,6 @@ class GarminDisplay {
   std::optional<picture::Bitmap> picture_;
   std::vector<bool> arrived_;  // by byte of the receiver's screen
   std::size_t missing_ = 0;    // of those
-  int acknowledgements_ = 0;   // since the latest pixels
 };
 
 }  // namespace garmin

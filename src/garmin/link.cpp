@@ -12,6 +12,8 @@ using namespace std::chrono_literals;
 constexpr auto kSilence = 3s;
 constexpr auto kPollInterval = 20ms;  // between two looks at ESC; a byte ends the wait at once
 constexpr int kMostNaks = 7;
+constexpr int kMostFruitlessResends = 3;
+constexpr std::string_view kResendLabel = "Re-send";
 constexpr std::uint8_t kForbiddenId = 43;
 
 }  // namespace
@@ -30,6 +32,7 @@ bool GarminLink::sendGarminPacket(std::span<const std::uint8_t> message, std::st
   if (!message.empty() && !may_send(message[0])) return false;
   // Deliberate : a NAK is remembered too, so a silence right after it sends it again.
   if (label != "ACK") last_message_.assign(message.begin(), message.end());
+  if (label != "ACK" && label != kResendLabel) fruitless_resends_ = 0;
   return port_.AsyncOut(frame);
 }
 
@@ -115,11 +118,12 @@ GarminLink::Wait GarminLink::take_waiting_bytes() {
 GarminLink::Wait GarminLink::silence(int& time_outs) {
   ++time_outs;
   front_end_.set_status(3, base::format_text("COM port timeout: %d", time_outs));
-  if (time_outs > 1) {
+  // A receiver that acknowledges the same message again and again, and does nothing else, is as good as silent.
+  if (time_outs > 1 || ++fruitless_resends_ > kMostFruitlessResends) {
     flags_.ComTimedOut = true;
     return Wait::Stopped;
   }
-  sendGarminPacket(base::Bytes(last_message_), "Re-send");
+  sendGarminPacket(base::Bytes(last_message_), kResendLabel);
   return Wait::Packet;
 }
 
@@ -131,6 +135,7 @@ void GarminLink::dispatchGarminPacket() {
     return;
   }
   last_kind_ = row->kind;
+  if (row->kind != PacketKind::Pid_Ack_Byte && row->kind != PacketKind::Pid_Nak_Byte) fruitless_resends_ = 0;
   if (debug_log_.is_open()) debug_log_.text(std::string(row->log_text));
   if (const Handler& handler = handlers_[static_cast<std::size_t>(row->kind)]) handler(packet_data(packet));
 }

@@ -37,7 +37,8 @@ class GarminLink {
   // Whether packets of this id may be sent at all; if not, that is said on line 1.
   [[nodiscard]] bool may_send(std::uint8_t id);
   // Receives one packet, answers and dispatches it. ComTimedOut is set after two silences of 3 s with a
-  // re-send between them, after a packet without end, and when the port has vanished; UserAbort after ESC.
+  // re-send between them, when re-sends bring nothing but acknowledgements, after a packet without end, and when the
+  // port has vanished; UserAbort after ESC.
   void getGarminMessage();
 
   // The kind of the packet that the latest getGarminMessage brought; None when it brought none, or one unknown.
@@ -79,6 +80,7 @@ class GarminLink {
   Acknowledge acknowledge_state_ = Acknowledge::None;
   PacketKind last_kind_ = PacketKind::None;
   bool packet_complete_ = false;
+  int fruitless_resends_ = 0;  // since something else than an acknowledgement came or went
   int damaged_packets_ = 0;
   int given_up_in_a_row_ = 0;  // receives that ended with too many NAKs
 };

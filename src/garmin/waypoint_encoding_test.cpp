@@ -140,8 +140,8 @@ TEST(WaypointEncoding, DisplayOptionsAndColoursHaveACodeInEveryFormat) {
   }
   // Nobody's choice, a black that was one, blue, the dark red of the receiver, the default, none at all.
   for (const auto& [colour, of_107, of_108, packed] :
-       {std::array{0, 0, 255, 31}, std::array{17, 0, 0, 0}, std::array{2, 3, 12, 12}, std::array{9, 0, 1, 1}, std::array{16, 0, 255, 31},
-        std::array{99, 0, 255, 31}}) {
+       {std::array{0, 0, 255, 31}, std::array{17, 0, 0, 0}, std::array{2, 3, 12, 12}, std::array{9, 0, 1, 1},
+        std::array{16, 0, 255, 31}, std::array{99, 0, 255, 31}}) {
     ItemRecord item = store::blank_item();
     item.colour = static_cast<std::uint8_t>(colour);
     EXPECT_EQ(byte(107, 64, item), of_107) << colour;

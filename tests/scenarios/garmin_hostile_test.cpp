@@ -131,6 +131,14 @@ TEST_F(HostileDownload, WhatNeverEndsInATransferEndsTheTransfer) {
   }
 }
 
+TEST_F(HostileDownload, AReceiverThatOnlyAcknowledgesIsAsGoodAsSilent) {
+  HostileReceiver& receiver = meet();
+  receiver.answers.erase(kWaypoints);
+  EXPECT_FALSE(download(Kind::Waypoints));
+  expect_an_end(receiver, 20);
+  EXPECT_THAT(front_end.boxes, testing::ElementsAre(testing::Pair("Download", "Serial Port Timeout")));
+}
+
 TEST_F(HostileDownload, FewerRecordsThanAnnouncedAreKeptAndCounted) {
   HostileReceiver& receiver = meet();
   receiver.answers[kWaypoints] = {HostileReceiver::count(5), waypoint("A"), waypoint("B"),
