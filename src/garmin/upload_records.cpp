@@ -77,23 +77,24 @@ UploadRecordList UploadRecords::almanac() const {
 }
 
 UploadRecordList UploadRecords::proximity() {
-  UploadRecordList records;
-  for (int i = 1; i <= items_.proximity_count(); ++i) {
-    const ItemRecord item = items_.proximity(i);
-    if (!is_sent(item)) continue;
-    records.push_back(waypoint_record(PacketKind::Pid_Prx_Wpt_Data, kProximityFormats, protocols_.proximity_data, item,
-                                      records.size(), format_text("P%05d", i)));
-  }
-  return records;
+  return waypoint_records(PacketKind::Pid_Prx_Wpt_Data, kProximityFormats, protocols_.proximity_data, 'P',
+                          items_.proximity_count(), &store::ItemStore::proximity);
 }
 
 UploadRecordList UploadRecords::waypoints() {
+  return waypoint_records(PacketKind::Pid_Wpt_Data, kWaypointFormats, protocols_.waypoint_data, 'W',
+                          items_.waypoint_count(), &store::ItemStore::waypoint);
+}
+
+UploadRecordList UploadRecords::waypoint_records(PacketKind packet, std::span<const RecordFormat> formats,
+                                                 std::uint16_t number, char letter, int count,
+                                                 ItemRecord (store::ItemStore::*item)(int) const) {
   UploadRecordList records;
-  for (int i = 1; i <= items_.waypoint_count(); ++i) {
-    const ItemRecord item = items_.waypoint(i);
-    if (!is_sent(item)) continue;
-    records.push_back(waypoint_record(PacketKind::Pid_Wpt_Data, kWaypointFormats, protocols_.waypoint_data, item,
-                                      records.size(), format_text("W%05d", i)));
+  for (int i = 1; i <= count; ++i) {
+    const ItemRecord record = (items_.*item)(i);
+    if (is_sent(record))
+      records.push_back(
+          waypoint_record(packet, formats, number, record, records.size(), format_text("%c%05d", letter, i)));
   }
   return records;
 }

@@ -51,6 +51,8 @@ class UploadRecords {
   [[nodiscard]] int names_changed() const { return names_changed_; }
 
  private:
+  UploadRecordList waypoint_records(PacketKind packet, std::span<const RecordFormat> formats, std::uint16_t number,
+                                    char letter, int count, store::ItemRecord (store::ItemStore::*item)(int) const);
   // The item under a name that the receiver can have, as a record of the format; `place` is that in the list.
   UploadRecord waypoint_record(PacketKind packet, std::span<const RecordFormat> formats, std::uint16_t number,
                                store::ItemRecord item, std::size_t place, std::string label);
