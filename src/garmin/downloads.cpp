@@ -171,6 +171,7 @@ GarminDownloads::Outcome GarminDownloads::run_step(const Step& step) {
   Outcome outcome = Outcome::NotSupported;
   if (problem.empty()) {
     before_ = items_.contents();
+    takes_equal_records_ = false;
     outcome = step.kind == Kind::Almanac ? getAlmanac(step) : getGPSrecords(step);
     running_ = nullptr;
     before_.reset();
@@ -215,10 +216,17 @@ std::optional<GarminDownloads::Outcome> GarminDownloads::start(const Step& step)
 }
 
 GarminDownloads::Outcome GarminDownloads::getGPSrecords(const Step& step) {
-  if (const std::optional<Outcome> ended = start(step)) return *ended;
   const bool route = step.kind == Kind::Routes;
-  const bool going_on = receive_records(step);
-  front_end().set_progress_range(0);
+  bool going_on = false;
+  for (bool again = true; std::exchange(again, false);) {
+    if (const std::optional<Outcome> ended = start(step)) return *ended;
+    going_on = receive_records(step);
+    front_end().set_progress_range(0);
+    // As many are missing as seemed to be repetitions: they were records of their own, in places that are lost by now.
+    again = going_on && closed_ && repeats_ > 0 && received_ + repeats_ == expected_ &&
+            !std::exchange(takes_equal_records_, true);
+    if (again) items_.restore(*before_);
+  }
   write_progress(4, "");
   if (received_ != expected_) front_end().write_line(1, base::format_text("%d of %d received", received_, expected_));
   if (!going_on) {
@@ -238,7 +246,10 @@ GarminDownloads::Outcome GarminDownloads::getGPSrecords(const Step& step) {
 // one was damaged, or not as many came as were announced, all are asked for anew.
 GarminDownloads::Outcome GarminDownloads::getAlmanac(const Step& step) {
   for (int attempt = 1;; ++attempt) {
-    if (const std::optional<Outcome> ended = start(step)) return *ended;
+    if (const std::optional<Outcome> ended = start(step)) {
+      if (!connection_.stopped()) abort_transfer();
+      return *ended;
+    }
     const bool going_on = receive_satellites(step);
     front_end().set_progress_range(0);
     write_progress(4, "");
@@ -248,7 +259,7 @@ GarminDownloads::Outcome GarminDownloads::getAlmanac(const Step& step) {
     if (whole) {
       if (!completed_) front_end().write_line(4, step.no_end);
       connection_.flags.ComTimedOut = connection_.flags.UserAbort = false;  // nothing is missing any more
-      return Outcome::Done;
+      return records_.refused() == 0 ? Outcome::Done : Outcome::Incomplete;
     }
     if (connection_.stopped()) return Outcome::Failed;
     if (attempt == kMostAlmanacAttempts) break;
@@ -303,7 +314,7 @@ bool GarminDownloads::receive_records(const Step& step) {
 }
 
 void GarminDownloads::forget_received() {
-  received_ = 0;
+  received_ = repeats_ = 0;
   lost_count_ = false;
   records_.begin_kind();
   if (running_->kind == Kind::Almanac) items_.clear_almanac();
@@ -345,7 +356,9 @@ bool GarminDownloads::is_repeat(PacketKind kind, std::span<const std::uint8_t> d
   base::Bytes packet{static_cast<std::uint8_t>(kind)};
   packet.insert(packet.end(), data.begin(), data.end());
   const bool same = packet == std::exchange(previous_packet_, packet);
-  return same && !records_.may_come_twice(kind, data);
+  if (!same || takes_equal_records_ || records_.may_come_twice(kind, data)) return false;
+  ++repeats_;
+  return true;
 }
 
 void GarminDownloads::take_records(std::span<const std::uint8_t> data) {
@@ -375,7 +388,11 @@ void GarminDownloads::take_completion(std::span<const std::uint8_t> data) {
 // A completion line that progress was written over comes back when the progress goes.
 void GarminDownloads::write_progress(int line, std::string_view text) {
   const auto completion = completions_.find(line);
-  front_end().write_line(line, text.empty() && completion != completions_.end() ? completion->second : text);
+  if (text.empty() && completion != completions_.end()) {
+    front_end().write_line(line, completion->second);
+  } else {
+    front_end().write_progress(line, text);
+  }
 }
 
 void GarminDownloads::complete(std::string_view text) {

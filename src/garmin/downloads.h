@@ -74,6 +74,8 @@ class GarminDownloads {
   std::optional<store::ItemStore::Contents> before_;  // what the stores held when it began
   int expected_ = -1;                                 // records; -1 until the receiver has said
   int received_ = 0;
+  int repeats_ = 0;                   // records equal to the one before, taken for repetitions
+  bool takes_equal_records_ = false;  // they are none
   int restarts_ = 0;
   int damaged_before_ = 0;                  // packets of the link, when the count came
   bool completed_ = false;                  // the closing packet of this kind came

@@ -21,15 +21,24 @@ constexpr std::uint8_t kForbiddenId = 43;
 GarminLink::GarminLink(serial::ComPort& port, base::Clock& clock, base::FrontEnd& front_end, serial::DeviceFlags& flags,
                        serial::DebugLog& debug_log)
     : port_(port), clock_(clock), front_end_(front_end), flags_(flags), debug_log_(debug_log) {
-  on(PacketKind::Pid_Ack_Byte, [this](auto) { acknowledge_state_ = Acknowledge::Accepted; });
-  on(PacketKind::Pid_Nak_Byte, [this](auto) { acknowledge_state_ = Acknowledge::Refused; });
+  const auto answers = [this](PacketKind kind, Acknowledge state) {
+    on(kind, [this, state](std::span<const std::uint8_t> data) {
+      acknowledge_state_ = state;
+      answered_id_ = data.empty() ? std::nullopt : std::optional(data[0]);
+    });
+  };
+  answers(PacketKind::Pid_Ack_Byte, Acknowledge::Accepted);
+  answers(PacketKind::Pid_Nak_Byte, Acknowledge::Refused);
 }
 
 bool GarminLink::sendGarminPacket(std::span<const std::uint8_t> message, std::string_view label) {
   acknowledge_state_ = Acknowledge::None;
   const base::Bytes frame = frame_message(message);
   debug_log_.sent(label, frame);
-  if (!message.empty() && !may_send(message[0])) return false;
+  if (!message.empty() && !may_send(message[0])) {
+    front_end_.write_line(1, kMayNotBeSent);
+    return false;
+  }
   // Deliberate : a NAK is remembered too, so a silence right after it sends it again.
   if (label != "ACK") last_message_.assign(message.begin(), message.end());
   if (label != "ACK" && label != kResendLabel) fruitless_resends_ = 0;
@@ -37,10 +46,7 @@ bool GarminLink::sendGarminPacket(std::span<const std::uint8_t> message, std::st
 }
 
 // Deliberate : id 43 is never sent, whatever the link protocol; receivers of the one that has it are not written to.
-bool GarminLink::may_send(std::uint8_t id) {
-  if (id == kForbiddenId) front_end_.write_line(1, "Error 141, aborting...");
-  return id != kForbiddenId;
-}
+bool GarminLink::may_send(std::uint8_t id) { return id != kForbiddenId; }
 
 void GarminLink::getGarminMessage() {
   last_kind_ = PacketKind::None;
@@ -123,6 +129,7 @@ GarminLink::Wait GarminLink::silence(int& time_outs) {
     flags_.ComTimedOut = true;
     return Wait::Stopped;
   }
+  ++resends_;
   sendGarminPacket(base::Bytes(last_message_), kResendLabel);
   return Wait::Packet;
 }

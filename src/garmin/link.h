@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -34,8 +35,6 @@ class GarminLink {
 
   // Sends a message (id, data size, data); the label names it in the debug log. False when the port took it not.
   bool sendGarminPacket(std::span<const std::uint8_t> message, std::string_view label);
-  // Whether packets of this id may be sent at all; if not, that is said on line 1.
-  [[nodiscard]] bool may_send(std::uint8_t id);
   // Receives one packet, answers and dispatches it. ComTimedOut is set after two silences of 3 s with a
   // re-send between them, when re-sends bring nothing but acknowledgements, after a packet without end, and when the
   // port has vanished; UserAbort after ESC.
@@ -47,6 +46,13 @@ class GarminLink {
   void set_acknowledge_state(Acknowledge state) { acknowledge_state_ = state; }
   // Packets whose checksum was wrong, of all time: whoever has to know compares two moments.
   [[nodiscard]] int damaged_packets() const { return damaged_packets_; }
+  // The packet id that the latest ACK or NAK named; nothing when it named none.
+  [[nodiscard]] std::optional<std::uint8_t> answered_id() const { return answered_id_; }
+  // Messages sent again after a silence, ever.
+  [[nodiscard]] int resends() const { return resends_; }
+  // Shown in place of a packet that may not be sent.
+  static constexpr std::string_view kMayNotBeSent = "Error 141, aborting...";
+  [[nodiscard]] static bool may_send(std::uint8_t id);
   // The packet id that a NAK names from now on.
   void set_expected_id(std::uint8_t id) { nak_[2] = id; }
   // Before a conversation: nothing particular is expected, and old trouble on the line is forgotten.
@@ -80,6 +86,8 @@ class GarminLink {
   Acknowledge acknowledge_state_ = Acknowledge::None;
   PacketKind last_kind_ = PacketKind::None;
   bool packet_complete_ = false;
+  std::optional<std::uint8_t> answered_id_;
+  int resends_ = 0;
   int fruitless_resends_ = 0;  // since something else than an acknowledgement came or went
   int damaged_packets_ = 0;
   int given_up_in_a_row_ = 0;  // receives that ended with too many NAKs

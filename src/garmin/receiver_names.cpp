@@ -12,11 +12,10 @@ std::string key_of(std::string_view name, std::uint64_t thing) {
   return std::to_string(thing).append(1, ' ').append(name);
 }
 
-// In 2^32nds of a turn, as positions go to receivers.
-std::uint32_t binary_angle(double degrees) {
-  constexpr double kPerDegree = 4294967296.0 / 360.0;
-  if (!(std::abs(degrees) <= 360)) return 0;
-  return static_cast<std::uint32_t>(std::llround(degrees * kPerDegree));
+// In hundred-thousandths of a degree: about a metre.
+std::uint32_t coarse(double degrees) {
+  if (!(std::abs(degrees) <= 361)) return 0;
+  return static_cast<std::uint32_t>(std::lround(degrees * 1e5) + 40'000'000);
 }
 
 }  // namespace
@@ -54,7 +53,9 @@ std::string ReceiverNames::numbered(std::string_view stem) {
 }
 
 std::uint64_t place_of(const store::ItemRecord& item) {
-  return (std::uint64_t{binary_angle(item.position.latitude)} << 32) | binary_angle(item.position.longitude);
+  const geodesy::Position& position = item.position;
+  const double longitude = position.longitude <= -180 ? position.longitude + 360 : position.longitude;
+  return (std::uint64_t{coarse(position.latitude)} << 32) | coarse(longitude);
 }
 
 }  // namespace garmin

@@ -42,7 +42,8 @@ class ReceiverNames {
   std::unordered_map<std::string, std::size_t> next_numbers_;
 };
 
-// The place of a waypoint to the receiver's precision: what makes two waypoints of one ident two things.
+// The place of a waypoint to about a metre: what makes two waypoints of one ident two things. Two programs may have
+// rounded one place differently.
 [[nodiscard]] std::uint64_t place_of(const store::ItemRecord& item);
 
 }  // namespace garmin

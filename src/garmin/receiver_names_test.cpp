@@ -56,9 +56,9 @@ TEST(ReceiverNames, WhatIsOnePlaceToAReceiverIsOneThing) {
   store::ItemRecord item;
   item.position = {54.5, 180.0};
   const std::uint64_t place = place_of(item);
-  item.position = {54.5 + 1e-9, -180.0};
+  item.position = {54.5 + 1e-7, -180.0};
   EXPECT_EQ(place_of(item), place);
-  item.position.latitude = 54.500001;
+  item.position.latitude = 54.50002;
   EXPECT_NE(place_of(item), place);
   item.position = {-54.5, 180.0};
   EXPECT_NE(place_of(item), place);

@@ -99,18 +99,22 @@ bool GarminCommands::receive_pvt() {
 
 bool GarminCommands::power_off() {
   const bool reached = open();
+  bool refused = false;
   if (reached) {
     const auto send = [this] { connection_.selection.send_command(numbers().power_off, "Power off"); };
     send();
     for (int packets = 0; packets < kMostStrayPackets && anything_comes(); ++packets) {
       connection_.link.getGarminMessage();
+      if (connection_.link.last_kind() == PacketKind::Pid_Ack_Byte) refused = false;
       if (connection_.stopped() || connection_.link.last_kind() == PacketKind::Pid_Ack_Byte) break;
-      if (connection_.link.last_kind() == PacketKind::Pid_Nak_Byte) send();
+      refused = connection_.link.last_kind() == PacketKind::Pid_Nak_Byte;
+      if (refused) send();
     }
     connection_.flags.GpsIdentified = false;
   }
   leave();
-  return reached;
+  if (refused) connection_.front_end.write_line(1, "The receiver refuses to be turned off.");
+  return reached && !refused;
 }
 
 // Whether a byte comes before the patience ends. A receive of the link would wait much longer, and ask again.
@@ -133,7 +137,14 @@ bool GarminCommands::send_utc_time() {
   out.u16(static_cast<std::uint16_t>(now.year)).i16(static_cast<std::int16_t>(now.hour));
   out.u8(static_cast<std::uint8_t>(now.minute)).u8(static_cast<std::uint8_t>(now.second));
   connection_.link.sendGarminPacket(out.result(), "Sending UTC date/time");
-  return receive_until(PacketKind::Pid_Ack_Byte) == Answer::Came;
+  // A receiver that refuses the time may take the almanac all the same.
+  for (int packets = 0; packets < kMostStrayPackets; ++packets) {
+    connection_.link.getGarminMessage();
+    if (connection_.stopped()) return false;
+    const PacketKind came = connection_.link.last_kind();
+    if (came == PacketKind::Pid_Ack_Byte || came == PacketKind::Pid_Nak_Byte) return true;
+  }
+  return false;
 }
 
 void GarminCommands::close_link() {
@@ -161,7 +172,13 @@ void GarminCommands::leave() {
 
 bool GarminCommands::run(const std::function<bool()>& exchange) {
   const bool done = open() && exchange();
-  if (connection_.flags.PortOpen) close_link();
+  // Who was stopped or hears nothing waits for no answer to the farewell.
+  if (connection_.flags.PortOpen && connection_.stopped()) {
+    connection_.selection.send_command(numbers().abort, "Gabort");
+    connection_.flags.GpsIdentified = false;
+  } else if (connection_.flags.PortOpen) {
+    close_link();
+  }
   leave();
   return done;
 }

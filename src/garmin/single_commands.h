@@ -46,7 +46,7 @@ class GarminCommands {
   // Turns the receiver off. It may be gone before it acknowledges: that is no failure.
   [[nodiscard]] bool power_off();
 
-  // On an open link: sends the computer's date and time, and waits for the acknowledgement; false without it.
+  // On an open link: sends the computer's date and time, and waits for the answer, whatever it is; false without one.
   [[nodiscard]] bool send_utc_time();
   // On an open link: aborts whatever the receiver is doing, closes the port and forgets who was there.
   void close_link();

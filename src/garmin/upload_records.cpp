@@ -102,10 +102,15 @@ UploadRecordList UploadRecords::waypoint_records(PacketKind packet, std::span<co
 UploadRecordList UploadRecords::routes() {
   UploadRecordList records;
   ReceiverNames names(name_rule(kRouteHeaderFormats, protocols_.route_header), "ROUTE");
-  for (int number = 0; number < store::kRouteCapacity; ++number) {
-    const store::Route& route = items_.route(number);
-    if (route.header && is_sent(*route.header)) add_route(route, names, records);
-  }
+  const auto for_all_routes = [this](auto&& take) {
+    for (int number = 0; number < store::kRouteCapacity; ++number) {
+      const store::Route& route = items_.route(number);
+      if (route.header && is_sent(*route.header)) take(route, static_cast<std::uint64_t>(number));
+    }
+  };
+  for_all_routes(
+      [&](const store::Route& route, std::uint64_t number) { names.reserve(route.header->comment, number); });
+  for_all_routes([&](const store::Route& route, std::uint64_t) { add_route(route, names, records); });
   return records;
 }
 
@@ -115,21 +120,20 @@ void UploadRecords::add_route(const store::Route& route, ReceiverNames& names, U
   const NameRule rule = name_rule(kRouteHeaderFormats, protocols_.route_header);
   RouteHeader header{number, receiver_name(name, rule)};
   if (rule.identifies) header.name = names.name_of(name, static_cast<std::uint64_t>(number));
-  if (rule.longest > 0) header.name = counted(name, header.name);
-  records.push_back({PacketKind::Pid_Rte_Hdr,
-                     encode_record(kRouteHeaderFormats, protocols_.route_header, header, settings_),
-                     format_text("R%03d", number), header.name.empty() ? format_text("R%03d", number) : header.name,
-                     UploadRecord::Role::Header});
+  const std::string label = format_text("R%03d", number);
+  records.push_back(
+      {PacketKind::Pid_Rte_Hdr, encode_record(kRouteHeaderFormats, protocols_.route_header, header, settings_), label,
+       header.name.empty() ? label : header.name, UploadRecord::Role::Header, rule.longest > 0 && header.name != name});
   const bool has_links =
       protocols_.route_transfer == kRoutesWithLinks && id_of(PacketKind::Pid_Rte_Link_Data, protocols_.link);
   std::optional<ItemRecord> before;
   int place = 0;
   for (const ItemRecord& point : route.points) {
     if (point.in_use == 0) continue;
-    const std::string label = format_text("RW%02d", ++place);
-    if (has_links && before) records.push_back(link_record(*before, label));
+    const std::string point_label = format_text("RW%02d", ++place);
+    if (has_links && before) records.push_back(link_record(*before, point_label));
     records.push_back(waypoint_record(PacketKind::Pid_Rte_Wpt_Data, kWaypointFormats, protocols_.route_waypoint, point,
-                                      records.size(), label));
+                                      records.size(), point_label));
     before = point;
   }
 }
@@ -154,6 +158,7 @@ UploadRecordList UploadRecords::tracks() {
   ItemRecord log;  // the latest point that begins a named log, whether it is sent or not
   log.ident = kUnnamedLog;
   log.colour = store::kDefaultColour;
+  int logs = 0;
   std::uint8_t starts = has_headers ? store::kStartsNamedTrack : store::kStartsSegment;  // what the next point does
   for (int i = 1; i <= items_.track_point_count(); ++i) {
     ItemRecord point = items_.track_point(i);
@@ -162,7 +167,8 @@ UploadRecordList UploadRecords::tracks() {
     starts = std::max(starts, point.segment_flag);
     if (!is_sent(point)) continue;
     point.segment_flag = std::exchange(starts, store::kContinues);
-    if (has_headers && point.segment_flag == store::kStartsNamedTrack) records.push_back(log_header(log, i, names));
+    if (has_headers && point.segment_flag == store::kStartsNamedTrack)
+      records.push_back(log_header(log, logs++, i, names));
     const std::string label = format_text("T%05d", i);
     records.push_back({PacketKind::Pid_Trk_Data,
                        encode_record(kTrackPointFormats, protocols_.track_data, point, settings_), label, label});
@@ -170,21 +176,30 @@ UploadRecordList UploadRecords::tracks() {
   return records;
 }
 
-UploadRecord UploadRecords::log_header(const ItemRecord& log, int index, ReceiverNames& names) {
+UploadRecord UploadRecords::log_header(const ItemRecord& log, int place, int index, ReceiverNames& names) {
+  const NameRule rule = name_rule(kTrackHeaderFormats, protocols_.track_header);
   ItemRecord header = log;
-  header.ident = counted(log.ident, names.name_of(log.ident, static_cast<std::uint64_t>(index)));
-  return {PacketKind::Pid_Trk_Hdr, encode_record(kTrackHeaderFormats, protocols_.track_header, header, settings_),
-          format_text("T%05d", index), std::string(header.ident), UploadRecord::Role::Header};
+  header.number = static_cast<std::uint32_t>(place);
+  if (rule.identifies) header.ident = names.name_of(log.ident, static_cast<std::uint64_t>(index));
+  return {PacketKind::Pid_Trk_Hdr,     encode_record(kTrackHeaderFormats, protocols_.track_header, header, settings_),
+          format_text("T%05d", index), std::string(header.ident),
+          UploadRecord::Role::Header,  header.ident != log.ident};
 }
 
 UploadRecord UploadRecords::waypoint_record(PacketKind packet, std::span<const RecordFormat> formats,
                                             std::uint16_t number, ItemRecord item, std::size_t place,
                                             std::string label) {
   const NameRule rule = name_rule(formats, number);
-  item.ident = counted(item.ident, waypoint_names(rule).name_of(item.ident, place_of(item)));
+  std::string name = waypoint_names(rule).name_of(item.ident, place_of(item));
+  const bool is_renamed = item.ident != name;
+  item.ident = name;
   item.number = static_cast<std::uint32_t>(place);
-  std::string name(item.ident);
-  return {packet, encode_record(formats, number, item, settings_), std::move(label), std::move(name)};
+  return {packet,
+          encode_record(formats, number, item, settings_),
+          std::move(label),
+          std::move(name),
+          UploadRecord::Role::Single,
+          is_renamed};
 }
 
 // The names of all waypoints are given in the order of the store, selected or not, so that a point of a route or a
@@ -203,11 +218,6 @@ void UploadRecords::for_all_waypoints(const std::function<void(const ItemRecord&
     const ItemRecord item = items_.waypoint(i);
     if (item.in_use != 0) take(item);
   }
-}
-
-std::string UploadRecords::counted(std::string_view name, std::string receiver_name) {
-  if (name != receiver_name) ++names_changed_;
-  return receiver_name;
 }
 
 }  // namespace garmin

@@ -29,6 +29,7 @@ struct UploadRecord {
   std::string label;                // where it stands in the store, such as W00012
   std::string name;                 // for the list of the refused
   Role role = Role::Single;
+  bool is_renamed = false;  // the receiver's name is not ours to the letter
 };
 using UploadRecordList = std::vector<UploadRecord>;
 
@@ -47,8 +48,6 @@ class UploadRecords {
 
   // Why there are no records of the kind for the protocols' formats; empty when there are.
   [[nodiscard]] std::string problem(Kind kind) const;
-  // How many of the records made so far have another name than the item.
-  [[nodiscard]] int names_changed() const { return names_changed_; }
 
  private:
   UploadRecordList waypoint_records(PacketKind packet, std::span<const RecordFormat> formats, std::uint16_t number,
@@ -58,16 +57,15 @@ class UploadRecords {
                                store::ItemRecord item, std::size_t place, std::string label);
   void add_route(const store::Route& route, ReceiverNames& names, UploadRecordList& records);
   [[nodiscard]] UploadRecord link_record(const store::ItemRecord& point, const std::string& label) const;
-  UploadRecord log_header(const store::ItemRecord& point, int index, ReceiverNames& names);
+  // `place` is that of the log in the list, `index` that of the point in the store at which it begins there.
+  UploadRecord log_header(const store::ItemRecord& log, int place, int index, ReceiverNames& names);
   ReceiverNames& waypoint_names(const NameRule& rule);
   void for_all_waypoints(const std::function<void(const store::ItemRecord& item)>& take) const;
-  std::string counted(std::string_view name, std::string receiver_name);
 
   const store::ItemStore& items_;
   const store::Settings& settings_;
   const Protocols& protocols_;
   std::map<NameRule, ReceiverNames> waypoint_names_;
-  int names_changed_ = 0;
 };
 
 }  // namespace garmin

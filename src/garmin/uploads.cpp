@@ -10,8 +10,6 @@ namespace {
 
 using base::format_text;
 
-constexpr int kMostRepetitions = 3;     // of a record that the receiver refuses
-constexpr int kMostStrayPackets = 200;  // that come in place of an answer
 constexpr int kReceiptLine = 5;
 constexpr int kRefusedLine = 6;
 constexpr int kNamesLine = 9;
@@ -28,6 +26,18 @@ constexpr std::array kUploadCommands{
     CommandRow{40044, Kind::Routes},  CommandRow{40118, Kind::Routes},    CommandRow{40045, Kind::ProximityWaypoints},
     CommandRow{40046, Kind::Almanac},
 };
+
+// As many of the names as a line has room for.
+std::string shortened_list(std::span<const std::string> names) {
+  constexpr std::size_t kRoom = 230;
+  std::string list;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (list.size() + names[i].size() > kRoom)
+      return list + format_text(" and %d more", static_cast<int>(names.size() - i));
+    list += (list.empty() ? "" : ", ") + names[i];
+  }
+  return list;
+}
 
 }  // namespace
 
@@ -91,35 +101,53 @@ bool GarminUploads::upload(int command_id) {
   front_end().set_status(3, "ESC key to abort");
   if (!conversation.is_open() || connection_.stopped()) return false;
   next_line_ = 3;
+  problems_.clear();
+  names_changed_.clear();
   UploadRecords records(items_, settings_, connection_.selection.protocols());
-  std::string left_out;  // said at the end, when progress needs the line no longer
+  bool anything_tried = false;
   bool all_taken = true;
-  bool anything = false;
   for (const Step& step : steps()) {
-    const bool all_kinds = *kind == Kind::All && step.kind != Kind::Almanac;
-    if (step.kind != *kind && !all_kinds) continue;
-    UploadRecordList list = step.records(records);
-    if (list.empty()) {
-      if (!all_kinds) left_out = "Nothing to upload: " + std::string(step.nothing);
-      continue;
-    }
-    anything = true;
-    const std::string problem = why_not(step, records);
-    if (!problem.empty()) {
-      left_out = problem;
-      all_taken = all_taken && all_kinds;  // among all kinds it is no failure that the receiver does not know one
-      continue;
-    }
-    limit(step, list);
-    const Outcome outcome = run_step(step, list);
+    const bool asked_for = step.kind == *kind;
+    if (!asked_for && (*kind != Kind::All || step.kind == Kind::Almanac)) continue;
+    const Outcome outcome = upload_step(step, records, asked_for);
+    if (outcome == Outcome::LeftOut) continue;
+    anything_tried = true;
     if (outcome != Outcome::Done) all_taken = false;
     if (outcome == Outcome::Stopped) break;
   }
-  if (!anything && left_out.empty()) left_out = "Nothing to upload: nothing is selected.";
-  if (!left_out.empty()) front_end().write_line(1, left_out);
-  if (records.names_changed() > 0)
-    front_end().write_line(kNamesLine, format_text("%d names were changed for the receiver", records.names_changed()));
-  return anything && all_taken;
+  if (!anything_tried && problems_.empty())
+    problems_.emplace_back("Nothing to upload: no waypoints, routes, tracks or proximity waypoints are selected.");
+  tell_at_the_end();
+  return anything_tried && all_taken;
+}
+
+GarminUploads::Outcome GarminUploads::upload_step(const Step& step, UploadRecords& records, bool asked_for) {
+  UploadRecordList list = step.records(records);
+  if (list.empty()) {
+    if (asked_for) problems_.push_back("Nothing to upload: " + std::string(step.nothing));
+    return Outcome::LeftOut;
+  }
+  if (std::string problem = why_not(step, records); !problem.empty()) {
+    problems_.push_back(std::move(problem));
+    return Outcome::LeftOut;
+  }
+  if (!GarminLink::may_send(*id_of(step.record, connection_.selection.protocols().link))) {
+    problems_.emplace_back(GarminLink::kMayNotBeSent);
+    return Outcome::Incomplete;
+  }
+  const bool too_many = limit(step, list);
+  const Outcome outcome = run_step(step, list);
+  return too_many && outcome == Outcome::Done ? Outcome::Incomplete : outcome;
+}
+
+// What progress had no room for.
+void GarminUploads::tell_at_the_end() {
+  std::string problems;
+  for (const std::string& problem : problems_) problems += (problems.empty() ? "" : " ") + problem;
+  if (!problems.empty()) front_end().write_line(1, problems);
+  if (!names_changed_.empty())
+    front_end().write_line(
+        kNamesLine, format_text("%d names were changed for the receiver", static_cast<int>(names_changed_.size())));
 }
 
 // Empty when the receiver can be sent records of the kind.
@@ -130,37 +158,41 @@ std::string GarminUploads::why_not(const Step& step, const UploadRecords& record
   return records.problem(step.kind);
 }
 
-void GarminUploads::limit(const Step& step, UploadRecordList& records) {
-  if (records.size() <= kMostRecords) return;
+// True when there were too many.
+bool GarminUploads::limit(const Step& step, UploadRecordList& records) {
+  if (records.size() <= kMostRecords) return false;
   const bool waypoints = step.kind == Kind::Waypoints;
   // Deliberate : far below what the store holds, but more than receivers of this kind have room for.
   const std::size_t most = waypoints ? kWaypointCap : kMostRecords;
   front_end().write_line(3, waypoints ? "Too many waypoints for a Garmin GPS receiver"
                                       : "Too many track points for a Garmin GPS receiver");
   front_end().write_line(4, format_text("  Sending first %d", static_cast<int>(most)));
+  problems_.push_back(format_text("Only %d of %d ", static_cast<int>(most), static_cast<int>(records.size())) +
+                      std::string(step.plural) + " were sent.");
   records.resize(most);
+  return true;
 }
 
 GarminUploads::Outcome GarminUploads::run_step(const Step& step, const UploadRecordList& records) {
-  const std::uint8_t id = *id_of(step.record, connection_.selection.protocols().link);
-  if (!connection_.link.may_send(id)) return Outcome::Incomplete;
   front_end().set_status(1, step.status);
+  front_end().write_line(kReceiptLine, "");
+  front_end().write_line(kRefusedLine, "");
   front_end().set_progress_range(static_cast<int>(records.size()));
   Receipt receipt;
   const Answer answer = transfer(step, records, receipt);
   front_end().set_progress_range(0);
   front_end().set_status(1, " ");
   give_receipt(receipt);
+  if (!receipt.refused.empty())
+    problems_.push_back(format_text("%d of the ", static_cast<int>(receipt.refused.size())) + std::string(step.plural) +
+                        " were refused.");
   if (answer == Answer::Stopped) {
     tell_stop(step);
     return Outcome::Stopped;
   }
   front_end().write_progress(1, "");
   front_end().write_progress(2, "");
-  if (answer == Answer::Refused) {
-    front_end().write_line(1, "The receiver does not take " + std::string(step.plural) + " now.");
-    return Outcome::Incomplete;
-  }
+  if (answer == Answer::Refused) return Outcome::Incomplete;
   complete(step.completion);
   return receipt.refused.empty() ? Outcome::Done : Outcome::Incomplete;
 }
@@ -169,16 +201,20 @@ GarminUploads::Answer GarminUploads::transfer(const Step& step, const UploadReco
   if (step.kind == Kind::Almanac && !commands_.send_utc_time()) return Answer::Stopped;
   const auto count = std::ranges::count_if(records, [](const UploadRecord& record) { return record.data.has_value(); });
   const Answer begun = bgnxfr(step, static_cast<std::uint16_t>(count));
+  if (begun == Answer::Refused) problems_.push_back("The receiver does not take " + std::string(step.plural) + " now.");
   if (begun != Answer::Accepted) return begun;
   if (!send_records(records, receipt)) return Answer::Stopped;
   const std::uint8_t number = connection_.selection.commands().*(step.command);
-  return send(*id_of(PacketKind::Pid_Xfer_Cmplt, connection_.selection.protocols().link),
-              base::ByteWriter().u16(number).result(), step.terminator);
+  const Answer ended = sender_.send(*id_of(PacketKind::Pid_Xfer_Cmplt, connection_.selection.protocols().link),
+                                    base::ByteWriter().u16(number).result(), step.terminator);
+  if (ended == Answer::Refused)
+    problems_.push_back("The receiver did not accept the end of the " + std::string(step.plural) + ".");
+  return ended;
 }
 
 GarminUploads::Answer GarminUploads::bgnxfr(const Step& step, std::uint16_t count) {
   if (!step.count_text.empty()) front_end().write_progress(1, format_text(step.count_text.data(), count));
-  return send(connection_.selection.records_id(), base::ByteWriter().u16(count).result(), step.opener);
+  return sender_.send(connection_.selection.records_id(), base::ByteWriter().u16(count).result(), step.opener);
 }
 
 bool GarminUploads::send_records(const UploadRecordList& records, Receipt& receipt) {
@@ -193,7 +229,7 @@ bool GarminUploads::send_records(const UploadRecordList& records, Receipt& recei
     if (record.data && !lost) {
       front_end().write_progress(record.packet == PacketKind::Pid_Rte_Hdr ? 1 : 2, record.label);
       ++receipt.sent;
-      answer = send(*id_of(record.packet, link), *record.data, record.label);
+      answer = sender_.send(*id_of(record.packet, link), *record.data, record.label);
       if (answer == Answer::Stopped) return false;
     }
     front_end().step_progress();
@@ -203,32 +239,10 @@ bool GarminUploads::send_records(const UploadRecordList& records, Receipt& recei
       group_refused = group_refused || record.role == Role::Header;
     } else {
       ++receipt.acknowledged;
+      if (record.is_renamed) names_changed_.insert(record.name);
     }
   }
   return true;
-}
-
-GarminUploads::Answer GarminUploads::send(std::uint8_t id, std::span<const std::uint8_t> data, std::string_view label) {
-  base::ByteWriter message;
-  message.u8(id).u8(static_cast<std::uint8_t>(data.size())).bytes(data);
-  for (int repetitions = 0; repetitions <= kMostRepetitions; ++repetitions) {
-    connection_.link.sendGarminPacket(message.result(), label);
-    const Answer answer = wait_for_answer();
-    if (answer != Answer::Refused) return answer;
-  }
-  return Answer::Refused;
-}
-
-// Position data that a receiver sends unasked may come before the answer.
-GarminUploads::Answer GarminUploads::wait_for_answer() {
-  for (int packets = 0; packets < kMostStrayPackets; ++packets) {
-    connection_.link.getGarminMessage();
-    if (connection_.stopped()) return Answer::Stopped;
-    if (connection_.link.last_kind() == PacketKind::Pid_Ack_Byte) return Answer::Accepted;
-    if (connection_.link.last_kind() == PacketKind::Pid_Nak_Byte) return Answer::Refused;
-  }
-  connection_.flags.ComTimedOut = true;
-  return Answer::Stopped;
 }
 
 void GarminUploads::tell_stop(const Step& step) {
@@ -248,9 +262,7 @@ void GarminUploads::tell_stop(const Step& step) {
 void GarminUploads::give_receipt(const Receipt& receipt) {
   front_end().write_line(kReceiptLine, format_text("%d sent, %d acknowledged, %d refused", receipt.sent,
                                                    receipt.acknowledged, static_cast<int>(receipt.refused.size())));
-  std::string names;
-  for (const std::string& name : receipt.refused) names += (names.empty() ? "" : ", ") + name;
-  front_end().write_line(kRefusedLine, names);
+  front_end().write_line(kRefusedLine, shortened_list(receipt.refused));
 }
 
 // Completions go from line 3 on, past the receipt.

@@ -161,6 +161,12 @@ bool FileDispatch::save(const fs::path& path, const store::OutputOptions& given_
     context_.front_end.write_line(1, "Save aborted -- No .txt information to save!");
     return false;
   }
+  // An old file is not replaced by one that holds nothing of what there is.
+  if (!format->is_bitmap && context_.store.empty() && !context_.store.almanac().empty() && format->keeps.almanac == 0) {
+    context_.front_end.write_line(1, "Save aborted -- " + path.filename().string() +
+                                         " could not hold the almanac, and there is nothing else to save.");
+    return false;
+  }
   store::OutputOptions options = given_options;
   if (!format->is_bitmap && !choose_kinds(options)) {
     context_.front_end.write_line(1, "Save aborted -- nothing was written.");
@@ -184,6 +190,21 @@ bool FileDispatch::save(const fs::path& path, const store::OutputOptions& given_
   context_.front_end.write_line(1, "File " + target.string() + " saved");
   if (!format->is_bitmap) say_losses(*format, options);
   return true;
+}
+
+std::string FileDispatch::save_problem(const fs::path& path) const {
+  const FileFormat* const format = writer_of(path);
+  if (format->write == nullptr) return refusal(path, "would be", *format, "written");
+  if (format->is_bitmap) return refusal(path, "would be", *format, "written with items");
+  std::error_code error;
+  if (fs::exists(path, error) && !fs::is_regular_file(path, error) && !fs::is_directory(path, error)) return {};
+  base::SafeFile file;
+  const std::string reason = file.open(path);
+  return reason.empty() ? reason : path.string() + " cannot be written: " + reason + ".";
+}
+
+bool FileDispatch::keeps_almanac(const fs::path& path) const {
+  return (writer_of(path)->keeps.almanac & store::kKeepsItems) != 0;
 }
 
 int FileDispatch::open_output(const fs::path& path, base::SafeFile& file) {

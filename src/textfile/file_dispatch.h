@@ -38,6 +38,12 @@ class FileDispatch {
   // box, or for empty stores on output line 1, or the user has cancelled the choice of kinds.
   bool save(const std::filesystem::path& path, const store::OutputOptions& options);
 
+  // Why items could not be saved to a file of this name; empty when they could. Nothing happens to an old file.
+  [[nodiscard]] std::string save_problem(const std::filesystem::path& path) const;
+
+  // Whether files of this name's type keep the almanac, whatever the choices.
+  [[nodiscard]] bool keeps_almanac(const std::filesystem::path& path) const;
+
   // Creates the output file: 1, or 0 after a message box, with the reason on output line 3 and the old file as
   // it was.
   int open_output(const std::filesystem::path& path, base::SafeFile& file);

@@ -318,7 +318,7 @@ class Receiver(InFolder):
         for name in ("screen.bmp", "screen.png"):
             self.write(name, "old")
         refused = self.run_cli("--port", "sim:garmin", "screen", "-o", "screen.bmp", "-o", "screen.txt")
-        self.assertEqual(refused.returncode, 1)
+        self.assertEqual(refused.returncode, 2)
         self.assertIn("screen.txt", refused.stderr)
         self.assertNotIn("Opening", refused.stderr)
         _, path = self.simulate("--product", "130")
@@ -400,10 +400,48 @@ class Receiver(InFolder):
         self.end(process)
         self.assertEqual(read(self.path("kept.alm")), read(self.path("built_in.alm")))
 
+    def test_what_the_simulated_receiver_saves_is_what_was_loaded_whatever_the_settings_and_how_often_ctrl_c_is_pressed(self):
+        self.write("a.txt", """Version 2
+D WGS-84
+M DDD
+W  HUT             N47.0000000 E011.0000000 Sun Dec 31 00:00:00 1989                     ^   18^Blue  ^S+N^3
+W  OLD             N48.0000000 E011.0000000 Sun Dec 31 00:00:00 1989                     ^    3^Red   ^S+N^2
+W  JETTY           S12.0000000 E000.0000000 Sun Dec 31 00:00:00 1989                     ^    0^Yellow^S+C^3
+c4 Jetty Field;Lagos;NY;US;5;152;
+R  01 ROUND
+W  OLD             N48.0000000 E011.0000000 Sun Dec 31 00:00:00 1989                     ^    3^Red   ^S+N^2
+W  HUT             N47.0000000 E011.0000000 Sun Dec 31 00:00:00 1989                     ^   18^Blue  ^S+N^3
+E  01
+""")
+        process, _ = self.simulate("--load", "a.txt", "--save", "kept.txt", "--save", "kept.gpx")
+        for _ in range(3):
+            process.send_signal(signal.SIGINT)
+        self.end(process)
+        self.assertEqual(process.returncode, 0)
+        waypoints = items(read(self.path("kept.txt")).split("R  ")[0])
+        self.assertEqual([line[3:18].rstrip() + line[line.index("^"):][1:12].replace(" ", "") for line in waypoints],
+                         ["HUT18^Blue", "JETTY0^Yello", "OLD170^Red"])  # symbol 3 of the 16 is 170
+        self.assertIn("c6 JETTY;Jetty Field;Lagos", read(self.path("kept.txt")))
+        self.assertEqual(read(self.path("kept.gpx")).count("<wpt "), 3)
+
+        process, _ = self.simulate("--load", "a.txt", "--save", "aviation.txt", "--protocols",
+                                   "L001 A010 A100 D155 A200 D201 D155")
+        self.end(process)
+        self.assertIn("c4 Jetty Field;Lagos;NY;US;5;155;", read(self.path("aviation.txt")))  # locked
+
+    def test_kinds_that_cannot_be_saved_are_named(self):
+        process, _ = self.simulate("--product", "20", "--save", "kept.txt")
+        process.send_signal(signal.SIGINT)
+        _, said = process.communicate(timeout=LIMIT)
+        self.assertEqual(process.returncode, 0)
+        self.assertIn("Not saved, for they cannot be downloaded from this receiver: proximity waypoints.", said)
+        self.assertNotIn("almanac", said)
+        self.assertGreater(len(items(read(self.path("kept.txt")))), 30)
+
     def test_bad_options_of_the_simulated_receiver_are_refused(self):
         for options in [["--fault", "lightning@3"], ["--fault", "silent@0"], ["--software", "two"],
                         ["--protocols", "L001 melons"], ["--load", "none.txt"], ["--link", "/no/such/folder/x"],
-                        ["--link", self.folder]]:
+                        ["--link", self.folder], ["--save", "no/such/folder.txt"], ["--save", "kept.clg"]]:
             result = self.run_cli("simulate", "garmin", *options)
             self.assertIn(result.returncode, (1, 2), options)
             self.assertNotEqual(result.stderr, "", options)

@@ -289,6 +289,20 @@ TEST_F(HostileDownload, ARecordSentTwiceIsStoredOnceAndTrackPointsWithoutATimeTw
   EXPECT_EQ(items().track_point_count(), 4);
 }
 
+TEST_F(HostileDownload, EqualRecordsThatWereCountedAreAskedForAgainAndAllKept) {
+  HostileReceiver& receiver = meet();
+  session->settings.HandleReadDups = store::Duplicates::Merge;
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 3, {waypoint("A"), waypoint("A"), waypoint("B")});
+  EXPECT_TRUE(download(Kind::Waypoints));
+  EXPECT_THAT(idents(), ElementsAre("A", "A", "B"));
+  EXPECT_FALSE(was_said(1, "received"));
+  // The next download begins with the old belief.
+  receiver.answers[kWaypoints] = transfer(kWaypoints, 2, {waypoint("A"), waypoint("A"), waypoint("B")});
+  items().clear_all();
+  EXPECT_TRUE(download(Kind::Waypoints));
+  EXPECT_THAT(idents(), ElementsAre("A", "B"));
+}
+
 TEST_F(HostileDownload, ProductDataOfNoBytesIsAProductThatNobodyKnows) {
   HostileReceiver& receiver = meet();
   receiver.answers[HostileReceiver::kIdentification] = {{255, {}}};

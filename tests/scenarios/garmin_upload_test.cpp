@@ -2,6 +2,7 @@
 #include "garmin/product_table.h"
 #include "tests/support/hostile_receiver.h"
 #include "tests/support/rich_data.h"
+#include "tests/support/scripted_device.h"
 #include "tests/support/transfer_scenario.h"
 
 namespace {
@@ -175,7 +176,7 @@ TEST_F(GarminUpload, OnlyWhatIsSelectedAndInUseIsSent) {
   for (const char kind : {'W', 'R', 'T', 'P'}) items().select_all(kind, false);
   ObservedGarmin& other = empty_receiver();
   EXPECT_FALSE(session->garmin_uploads.upload(kUploadAll));
-  EXPECT_EQ(front_end.lines[1], "Nothing to upload: nothing is selected.");
+  EXPECT_EQ(front_end.lines[1], "Nothing to upload: no waypoints, routes, tracks or proximity waypoints are selected.");
   items().select('W', 2, true);
   items().select('T', 3, true);  // in the middle of the first log
   items().select('T', 7, true);  // in the second
@@ -188,6 +189,18 @@ TEST_F(GarminUpload, OnlyWhatIsSelectedAndInUseIsSent) {
   EXPECT_EQ(items().track_point(1).ident, "SATURDAY FELLS");  // of the log's first point, which was left out
   EXPECT_EQ(items().track_point(2).ident, "SUNDAY CANOE");
   EXPECT_EQ(items().route_count(), 0);
+}
+
+TEST_F(GarminUpload, WhatTheReceiverHasNoPlaceForIsSaidWithTheReasons) {
+  full_receiver(support::short_weekend());
+  ASSERT_TRUE(download(Kind::All));
+  items().clear_waypoints();
+  GarminOptions oldest;
+  oldest.product_id = 7;
+  empty_receiver(oldest);
+  EXPECT_FALSE(upload(kUploadAll));  // neither of the two kinds
+  EXPECT_EQ(front_end.lines[1], "Proximity waypoints are not supported in this GPS unit. Tracks not supported.");
+  EXPECT_EQ(front_end.lines.count(9), 0U);
 }
 
 TEST_F(GarminUpload, CommandsThatAreNoUploadsOfGarminReceiversAreProgramErrors) {
@@ -295,6 +308,79 @@ TEST_F(ChoosyReceiver, MoreWaypointsThanACountCanSayBecome750) {
     EXPECT_EQ(was_said(3, "Too many waypoints for a Garmin GPS receiver"), count > 65535);
     EXPECT_EQ(was_said(4, "  Sending first 750"), count > 65535);
   }
+}
+
+// A receiver on a slow or disturbed line: what it answers to a packet of an upload, and when, a test decides.
+class SlowReceiver : public ChoosyReceiver {
+ protected:
+  using Answers = std::function<void(const Packet& packet)>;
+  void meet(Answers answers) {
+    device_ = &attach(std::make_unique<support::ScriptedDevice>(clock));
+    device_->on_sent = [this, answers](const base::Bytes& frame) {
+      std::optional<simulators::PacketFinder::Frame> heard;
+      for (const std::uint8_t byte : frame)
+        if (auto found = finder_.feed(byte)) heard = std::move(found);
+      if (!heard || heard->packet.id == 6 || heard->packet.id == 21) return;
+      if (heard->packet.id != 10 && heard->packet.id != 254) return answers(heard->packet);
+      reply(heard->packet.id);
+      if (heard->packet.id == 254) device_->queue(simulators::frame_packet(HostileReceiver::product(31, 250)));
+    };
+  }
+  void reply(std::uint8_t id, std::chrono::milliseconds after = {}, std::uint8_t answer = 6, bool damaged = false) {
+    device_->queue(simulators::frame_packet({answer, {id, 0}}, damaged), after);
+  }
+  static bool is_waypoint(const Packet& packet, std::string_view ident) {
+    return packet.id == 35 && std::string(packet.data.begin(), packet.data.end()).starts_with(ident);
+  }
+
+  support::ScriptedDevice* device_ = nullptr;
+
+ private:
+  simulators::PacketFinder finder_;
+};
+
+TEST_F(SlowReceiver, ALateAnswerIsNotTakenForThatToTheNextRecord) {
+  std::vector<std::string> taken;
+  int second_tries = 0;
+  meet([&](const Packet& packet) {
+    if (packet.id != 35) return reply(packet.id);
+    const std::string ident(packet.data.begin(), packet.data.begin() + 4);
+    if (ident == "WPT2" && ++second_tries <= 2) return reply(35, {}, 21);
+    taken.push_back(ident);
+    // The first answer comes after the record has been sent again.
+    reply(35, std::chrono::milliseconds(ident == "WPT1" && taken.size() == 1 ? 3400 : 0));
+  });
+  push_waypoints(3);
+  EXPECT_TRUE(upload(kUploadWaypoints)) << front_end.lines[1];
+  EXPECT_THAT(taken, testing::ElementsAre("WPT1", "WPT1", "WPT2", "WPT3"));
+  EXPECT_EQ(second_tries, 3);
+  EXPECT_EQ(front_end.lines[5], "3 sent, 3 acknowledged, 0 refused");
+}
+
+TEST_F(SlowReceiver, ARecordWhoseAnswerCameDamagedIsSentAgain) {
+  int answers = 0;
+  meet([&](const Packet& packet) { reply(packet.id, {}, 6, is_waypoint(packet, "WPT2") && ++answers == 1); });
+  push_waypoints(3);
+  EXPECT_TRUE(upload(kUploadWaypoints)) << front_end.lines[1];
+  EXPECT_EQ(answers, 2);
+  EXPECT_LT(elapsed, 12);
+}
+
+TEST_F(SlowReceiver, AnswersToOtherPacketsAndDataThatNobodyAskedForAreNoAnswers) {
+  int tries = 0;
+  meet([&](const Packet& packet) {
+    if (is_waypoint(packet, "WPT2") && ++tries == 1) {
+      reply(99);
+      for (int second = 1; second < 5; ++second)
+        device_->queue(simulators::frame_packet({51, base::Bytes(64)}), std::chrono::seconds(second));
+      return;
+    }
+    reply(packet.id);
+  });
+  push_waypoints(3);
+  EXPECT_TRUE(upload(kUploadWaypoints)) << front_end.lines[1];
+  EXPECT_EQ(tries, 2);
+  EXPECT_LT(elapsed, 10);
 }
 
 class FaultyUpload : public GarminUpload {

@@ -153,7 +153,9 @@ void add_simulate(CLI::App& app, Arguments& arguments) {
       ->expected(1)
       ->check(CLI::IsMember({"garmin", "lowrance"}));
   simulate->add_option("--load", arguments.load, "files with what the receiver holds")->type_name("FILE");
-  simulate->add_option("--save", arguments.save, "write what it holds when it ends")->type_name("FILE");
+  simulate->add_option("--save", arguments.save_to, "write what it holds when it ends; repeatable")
+      ->allow_extra_args(false)
+      ->type_name("FILE");
   simulate->add_option("--baud", arguments.baud, "byte rate as on a real wire; 0 is unthrottled")
       ->check(CLI::Range(0, 1000000))
       ->type_name("N");

@@ -31,7 +31,7 @@ struct Arguments {
   bool follow = false;  // position-velocity-time data
   bool yes = false;     // questions need not be asked
 
-  std::vector<std::string> load;
+  std::vector<std::string> load, save_to;  // of the simulated receiver
   std::string save, protocols, software, link;
   int baud = 0;
   std::optional<int> product;

@@ -205,15 +205,20 @@ int ConsoleProgram::no_answer() {
                                     : fail("The receiver on " + session_.port.port_name() + " did not answer.");
 }
 
+// A reason that stands where only progress is expected is told in the end, even to those who want no progress.
+bool ConsoleProgram::run_word(const std::string& word, const Arguments& arguments) {
+  if (run_command(session_, display_, command_id(word))) return true;
+  for (int line = 1; arguments.quiet && !screen_.has_told_trouble() && line <= Display::kLines; ++line)
+    if (!display_.line(line).empty()) (void)fail(display_.line(line));
+  return false;
+}
+
 int ConsoleProgram::download(const Arguments& arguments) {
   for (const std::string& kind : arguments.words)
     if (command_id("download-" + kind) == 0) return fail("Downloading " + kind + " is not possible with this version.");
   bool all_came = true;
-  {
-    const KeyReading keys(terminal_);
-    for (const std::string& kind : arguments.words)
-      all_came = all_came && run_command(session_, display_, command_id("download-" + kind));
-  }
+  const KeyReading keys(terminal_);
+  for (const std::string& kind : arguments.words) all_came = all_came && run_word("download-" + kind, arguments);
   // What has arrived is written, but an old file is not replaced by nothing.
   if (!all_came && session_.items.empty() && session_.items.almanac().empty()) return kFailed;
   const bool all_written = write_outputs(arguments);
@@ -232,26 +237,23 @@ int ConsoleProgram::upload(const Arguments& arguments) {
   }
   const KeyReading keys(terminal_);
   bool all_taken = true;
-  for (const std::string& kind : kinds)
-    all_taken = run_command(session_, display_, command_id("upload-" + kind)) && all_taken;
+  for (const std::string& kind : kinds) all_taken = run_word("upload-" + kind, arguments) && all_taken;
   return all_taken ? kDone : kFailed;
 }
 
 int ConsoleProgram::screen(const Arguments& arguments) {
   for (const std::string& file : arguments.outputs)
-    if (!session_.files.would_save_bitmap(file)) return fail(file + ": a screen is saved to files named .bmp or .png.");
-  bool taken = false;
-  {
-    const KeyReading keys(terminal_);
-    taken = run_command(session_, display_, command_id("screen"));
-  }
-  if (!taken || (arguments.rotate_left && !run_command(session_, display_, command_id("rotate-left")))) return kFailed;
+    if (!session_.files.would_save_bitmap(file))
+      return wrong_usage(file + ": a screen is saved to files named .bmp or .png.");
+  const KeyReading keys(terminal_);
+  if (!run_word("screen", arguments)) return kFailed;
+  if (arguments.rotate_left && !run_word("rotate-left", arguments)) return kFailed;
   return write_outputs(arguments) ? kDone : kFailed;
 }
 
 int ConsoleProgram::convert(const Arguments& arguments) {
   if (!read_files(arguments.words)) return fail("Nothing was written.");
-  if (arguments.rotate_left && !run_command(session_, display_, command_id("rotate-left"))) return kFailed;
+  if (arguments.rotate_left && !run_word("rotate-left", arguments)) return kFailed;
   return write_outputs(arguments) ? kDone : kFailed;
 }
 
@@ -375,6 +377,8 @@ int ConsoleProgram::simulate(const Arguments& arguments) {
   const std::string wrong = session::wish_for_garmin(
       session_, {arguments.product, arguments.software, arguments.protocols, arguments.baud, arguments.faults});
   if (!wrong.empty()) return wrong_usage(wrong);
+  for (const std::string& file : arguments.save_to)
+    if (const std::string problem = session_.files.save_problem(file); !problem.empty()) return fail(problem);
   if (!read_files(arguments.load)) return fail("The simulated receiver was not started.");
   if (!arguments.load.empty()) session::load_simulated_garmin(session_);
   const KeyReading keys(terminal_);
@@ -382,10 +386,26 @@ int ConsoleProgram::simulate(const Arguments& arguments) {
   const std::string problem =
       session::serve_simulated_garmin(session_, arguments.link, started, [this] { return terminal_.take_esc(); });
   if (!problem.empty()) return fail(problem);
-  if (arguments.save.empty()) return kDone;
-  const bool saved =
-      session::take_simulated_contents(session_) && session_.files.save(arguments.save, session_.text_options());
-  return saved ? kDone : fail("What the receiver holds was not saved.");
+  return arguments.save_to.empty() ? kDone : save_simulated(arguments.save_to);
+}
+
+// Keys are still taken, so that Ctrl-C does not end the program before the files are there.
+int ConsoleProgram::save_simulated(const std::vector<std::string>& files) {
+  const session::TakenContents taken = session::take_simulated_contents(session_);
+  OutputOptions options = session_.text_options();
+  options.kinds_given = true;  // there is nobody to choose them
+  bool all_saved = true;
+  for (const std::string& file : files) {
+    display_.clear();
+    // Nobody misses the almanac that every simulated receiver starts with, in a file that keeps none.
+    options.almanac = taken.almanac_is_new || session_.files.keeps_almanac(file);
+    all_saved = session_.files.save(file, options) && all_saved;
+  }
+  std::string kinds;
+  for (const std::string& kind : taken.left_out) kinds += (kinds.empty() ? "" : ", ") + kind;
+  if (!kinds.empty()) terminal_.write("Not saved, for they cannot be downloaded from this receiver: " + kinds + ".\n");
+  if (!all_saved) return fail("What the receiver holds was not saved.");
+  return taken.complete ? kDone : fail("Not all that the receiver holds was saved.");
 }
 
 }  // namespace ui::console

@@ -50,7 +50,9 @@ class ConsoleProgram {
   int ports(const Arguments& arguments);
   int save_config(const Arguments& arguments);
   int simulate(const Arguments& arguments);
+  int save_simulated(const std::vector<std::string>& files);
 
+  bool run_word(const std::string& word, const Arguments& arguments);
   bool read_files(const std::vector<std::string>& files);
   bool write_outputs(const Arguments& arguments);
   [[nodiscard]] bool read_positions(const std::vector<std::string>& words, std::vector<geodesy::Position>& positions);
