@@ -1,30 +1,34 @@
 #include "session/simulated_receivers.h"
 
-#include <array>
+#include <algorithm>
+#include <limits>
 #include <string>
+
+#include "garmin/waypoint_values.h"
 
 namespace session {
 namespace {
 
+constexpr std::uint8_t kDefaultColour = 255;  // of a receiver
+
 std::optional<float> known(float metres) { return store::is_known(metres) ? std::optional(metres) : std::nullopt; }
 
-// The aviation formats number their classes each in its own way; a class of no map counts as user.
-std::uint8_t class_as_in_d108(const store::ItemRecord& item) {
-  constexpr std::uint8_t kUser = 0, kAirport = 0x40, kIntersection = 0x41, kNdb = 0x42, kVor = 0x43;
-  constexpr std::array<std::uint8_t, 4> kClasses151{kAirport, kVor, kUser, kUser};
-  constexpr std::array<std::uint8_t, 8> kClasses15x{kAirport, kIntersection, kNdb, kVor, kUser, 0x44, 0x45, 0x46};
-  const std::uint8_t number = item.waypoint_class;
-  if (item.record_type == 151) return number < kClasses151.size() ? kClasses151[number] : kUser;
-  if (item.record_type >= 152 && item.record_type <= 155)
-    return number < kClasses15x.size() ? kClasses15x[number] : kUser;
-  return number;
+// D106 has classes of its own.
+void set_class(const store::ItemRecord& item, simulators::SimWaypoint& waypoint) {
+  constexpr std::uint8_t kLockedOfD154 = 9;
+  waypoint.waypoint_class = garmin::class_number(item, 108);
+  waypoint.subclass = garmin::subclass(item, 108);
+  waypoint.locked = garmin::class_number(item, 154) == kLockedOfD154;
+  if (item.record_type != 106 || item.waypoint_class == store::kClassNotSet) return;
+  waypoint.d106_class = item.waypoint_class;
+  std::copy_n(item.subclass.begin(), waypoint.d106_subclass.size(), waypoint.d106_subclass.begin());
 }
 
-simulators::SimWaypoint sim_waypoint(const store::ItemRecord& item) {
+simulators::SimWaypoint sim_waypoint(const store::ItemRecord& item, const store::Settings& settings) {
   simulators::SimWaypoint waypoint;
   waypoint.ident = item.ident;
   waypoint.comment = item.comment;
-  waypoint.facility = item.facility;
+  waypoint.facility = item.facility.empty() ? item.name.view() : item.facility.view();
   waypoint.city = item.city;
   waypoint.address = item.address;
   waypoint.cross_road = item.cross_road;
@@ -37,22 +41,21 @@ simulators::SimWaypoint sim_waypoint(const store::ItemRecord& item) {
   waypoint.altitude = known(item.altitude);
   waypoint.depth = known(item.depth);
   if (item.proximity_distance > 0) waypoint.proximity = known(item.proximity_distance);
-  waypoint.symbol = static_cast<std::uint16_t>(item.symbol);
+  waypoint.symbol = garmin::symbol_type(item, settings, std::numeric_limits<std::uint16_t>::max());
+  waypoint.colour = garmin::colour_code(item.colour).value_or(kDefaultColour);
   waypoint.display_mode = item.display_mode;
-  waypoint.waypoint_class = class_as_in_d108(item);
-  // A user waypoint read from a plain file has no subclass of its own.
-  if (item.waypoint_class != 0 && item.waypoint_class != store::kClassNotSet) waypoint.subclass = item.subclass;
+  set_class(item, waypoint);
   waypoint.time = item.time.seconds;
   return waypoint;
 }
 
-simulators::SimRoute sim_route(int number, const store::Route& route) {
+simulators::SimRoute sim_route(int number, const store::Route& route, const store::Settings& settings) {
   simulators::SimRoute result;
   result.number = number;
   result.name = route.header->comment;
   for (const store::ItemRecord& point : route.points) {
     if (point.in_use == 0) continue;
-    result.points.push_back(sim_waypoint(point));
+    result.points.push_back(sim_waypoint(point, settings));
     std::optional<simulators::SimRouteLink> link;
     if (point.has_route_link != 0)
       link = simulators::SimRouteLink{point.link_class, point.link_subclass, std::string(point.route_link_ident)};
@@ -71,7 +74,7 @@ std::vector<simulators::SimTrack> sim_tracks(const store::ItemStore& items) {
       track.name = point.segment_flag == store::kStartsNamedTrack ? std::string(point.ident) : "ACTIVE LOG";
       track.colour = point.colour < store::kDefaultColour && point.segment_flag == store::kStartsNamedTrack
                          ? point.colour
-                         : std::uint8_t{255};
+                         : kDefaultColour;
       tracks.push_back(track);
     }
     simulators::SimTrackPoint sim_point;
@@ -109,14 +112,14 @@ simulators::SimAlmanac sim_almanac(const store::Almanac& almanac) {
 
 }  // namespace
 
-simulators::SimulatedData simulated_data(const store::ItemStore& items) {
+simulators::SimulatedData simulated_data(const store::ItemStore& items, const store::Settings& settings) {
   simulators::SimulatedData data;
   for (int i = 1; i <= items.waypoint_count(); ++i)
-    if (items.waypoint(i).in_use != 0) data.waypoints.push_back(sim_waypoint(items.waypoint(i)));
+    if (items.waypoint(i).in_use != 0) data.waypoints.push_back(sim_waypoint(items.waypoint(i), settings));
   for (int i = 1; i <= items.proximity_count(); ++i)
-    if (items.proximity(i).in_use != 0) data.proximity.push_back(sim_waypoint(items.proximity(i)));
+    if (items.proximity(i).in_use != 0) data.proximity.push_back(sim_waypoint(items.proximity(i), settings));
   for (int number = 0; number < store::kRouteCapacity; ++number)
-    if (items.route(number).header) data.routes.push_back(sim_route(number, items.route(number)));
+    if (items.route(number).header) data.routes.push_back(sim_route(number, items.route(number), settings));
   data.tracks = sim_tracks(items);
   data.almanac = sim_almanac(items.almanac());
   return data;

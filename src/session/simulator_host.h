@@ -32,7 +32,14 @@ void load_simulated_garmin(Session& session);
                                                  const std::function<bool(const std::string& path)>& started,
                                                  const std::function<bool()>& stop);
 
-// Fills the stores with what the simulated receiver holds and gives away, the almanac included; false when that failed.
-[[nodiscard]] bool take_simulated_contents(Session& session);
+struct TakenContents {
+  bool complete = false;              // false: not everything that was asked for came
+  std::vector<std::string> left_out;  // kinds that the receiver holds but the program cannot download from it
+  bool almanac_is_new = false;        // not the one that every simulated receiver starts with
+};
+
+// Puts what the simulated receiver holds in the place of what the stores hold, as far as it came. The receiver's faults
+// and pace, the abort key and the settings for duplicates, order and dates play no part.
+TakenContents take_simulated_contents(Session& session);
 
 }  // namespace session

@@ -1,5 +1,6 @@
 #include "simulators/garmin_memory.h"
 
+#include "simulators/garmin_record_shapes.h"
 #include "simulators/garmin_records.h"
 
 namespace simulators {
@@ -43,12 +44,18 @@ class Collector {
   std::vector<Packet> packets_;
 };
 
+// As in uploads, a later one takes the place of the one of its ident.
 std::vector<Packet> waypoint_packets(const std::vector<SimWaypoint>& waypoints, std::uint8_t id, int format) {
-  Collector out;
-  for (std::size_t i = 0; i < waypoints.size(); ++i) {
-    out.add(id, encode_waypoint(format, waypoints[i], static_cast<int>(i)));
+  std::vector<Packet> packets;
+  RecordPlaces places(format);
+  for (const SimWaypoint& waypoint : waypoints) {
+    std::optional<base::Bytes> record = encode_waypoint(format, waypoint);
+    if (!record) continue;
+    const std::size_t place = places.place_for(*record);
+    if (place > 0) record = encode_waypoint(format, waypoint, static_cast<int>(place));
+    put_record({id, std::move(*record)}, place, packets);
   }
-  return std::move(out).result();
+  return packets;
 }
 
 std::vector<Packet> route_packets(const std::vector<SimRoute>& routes, const LinkIds& ids,

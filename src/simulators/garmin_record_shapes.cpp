@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <utility>
 
 #include "base/byte_cursor.h"
 
@@ -59,6 +61,34 @@ constexpr std::array kShapes = std::to_array<Shape>({
     {551, 44, {}, Key::Byte},
 });
 
+constexpr std::int64_t kPole = std::int64_t{1} << 30;  // 90 degrees in semicircles
+
+struct CodedByte {
+  std::size_t at;
+  bool (*allows)(std::uint8_t value);
+};
+// Deliberate : hosts in wide use send all ones for a display that nobody chose. The two bits that D109 and D110 have
+// for it then hold the one number that is no code, so these are not looked at.
+constexpr bool is_display_code(std::uint8_t value) { return value <= 2 || value == 0xFF; }
+constexpr bool is_data_type(std::uint8_t value) { return value == 1; }
+
+constexpr std::array kD103Bytes{CodedByte{59, is_display_code}};
+constexpr std::array kD108Bytes{CodedByte{2, is_display_code}};
+constexpr std::array kD109Bytes{CodedByte{0, is_data_type}};
+
+struct Values {
+  int format;
+  std::size_t latitude_at;
+  std::span<const CodedByte> coded;
+};
+constexpr std::array kValues = std::to_array<Values>({
+    {100, 6, {}},          {101, 6, {}},  {102, 6, {}},         {103, 6, kD103Bytes},  {104, 6, {}},
+    {105, 0, {}},          {106, 14, {}}, {107, 6, kD103Bytes}, {108, 24, kD108Bytes}, {109, 24, kD109Bytes},
+    {110, 24, kD109Bytes}, {150, 9, {}},  {151, 6, {}},         {152, 6, {}},          {154, 6, {}},
+    {155, 6, {}},          {300, 0, {}},  {301, 0, {}},         {302, 0, {}},          {400, 6, {}},
+    {403, 6, kD103Bytes},  {450, 11, {}},
+});
+
 }  // namespace
 
 bool has_shape_of(int format, std::span<const std::uint8_t> data) {
@@ -72,6 +102,15 @@ bool has_shape_of(int format, std::span<const std::uint8_t> data) {
     if (before - in.remaining() > longest) return false;
   }
   return in.ok() && in.remaining() == 0;
+}
+
+bool has_possible_values(int format, std::span<const std::uint8_t> data) {
+  const auto row = std::ranges::find(kValues, format, &Values::format);
+  if (row == kValues.end()) return true;
+  base::ByteReader latitude(data.subspan(std::min(row->latitude_at, data.size())));
+  const std::int64_t semicircles = latitude.i32();
+  const auto has = [&](const CodedByte& coded) { return coded.at < data.size() && coded.allows(data[coded.at]); };
+  return latitude.ok() && std::abs(semicircles) <= kPole && std::ranges::all_of(row->coded, has);
 }
 
 std::string record_key(int format, std::span<const std::uint8_t> data) {
@@ -90,6 +129,24 @@ std::string record_key(int format, std::span<const std::uint8_t> data) {
       return in.string();
   }
   return {};
+}
+
+RecordPlaces::RecordPlaces(int format, std::span<const Packet> records) : format_(format) {
+  for (const Packet& packet : records) places_.try_emplace(record_key(format_, packet.data), next_++);
+}
+
+std::size_t RecordPlaces::place_for(std::span<const std::uint8_t> data) {
+  const auto [own, is_new] = places_.try_emplace(record_key(format_, data), next_);
+  if (is_new) ++next_;
+  return own->second;
+}
+
+void put_record(Packet packet, std::size_t place, std::vector<Packet>& records) {
+  if (place < records.size()) {
+    records[place] = std::move(packet);
+  } else {
+    records.push_back(std::move(packet));
+  }
 }
 
 }  // namespace simulators

@@ -70,15 +70,16 @@ std::uint8_t plain_class(const SimWaypoint& waypoint) {
 
 // Class numbers of the aviation formats, for the D108 classes 0x40 (airport) to 0x46 in turn.
 struct AviationClasses {
-  std::uint8_t user;
+  std::uint8_t user, locked;
   std::array<std::uint8_t, 7> points;
 };
-constexpr AviationClasses kD150Classes{4, {0, 1, 2, 3, 5, 6, 4}};
-constexpr AviationClasses kD151Classes{2, {0, 2, 2, 1, 2, 2, 2}};
-constexpr AviationClasses kD152Classes{4, {0, 1, 2, 3, 4, 4, 4}};
-constexpr AviationClasses kD154Classes{4, {0, 1, 2, 3, 5, 6, 7}};
+constexpr AviationClasses kD150Classes{4, 7, {0, 1, 2, 3, 5, 6, 4}};
+constexpr AviationClasses kD151Classes{2, 3, {0, 2, 2, 1, 2, 2, 2}};
+constexpr AviationClasses kD152Classes{4, 5, {0, 1, 2, 3, 4, 4, 4}};
+constexpr AviationClasses kD154Classes{4, 9, {0, 1, 2, 3, 5, 6, 7}};
 
 std::uint8_t aviation_class(const SimWaypoint& waypoint, const AviationClasses& classes) {
+  if (waypoint.locked) return classes.locked;
   const unsigned point = waypoint.waypoint_class - 0x40U;
   return point < classes.points.size() ? classes.points[point] : classes.user;
 }
@@ -127,7 +128,11 @@ void d105(ByteWriter& out, const SimWaypoint& waypoint, int) {
 void d106(ByteWriter& out, const SimWaypoint& waypoint, int index) {
   constexpr std::array<std::uint8_t, 13> kUserSubclass{};
   const std::uint8_t kind = plain_class(waypoint);
-  out.u8(kind).bytes(kind == 0 ? std::span(kUserSubclass) : std::span(waypoint.subclass).first<13>());
+  if (waypoint.d106_class != 0) {
+    out.u8(waypoint.d106_class).bytes(waypoint.d106_subclass);
+  } else {
+    out.u8(kind).bytes(kind == 0 ? std::span(kUserSubclass) : std::span(waypoint.subclass).first<13>());
+  }
   d105(out, waypoint, index);
   variable(out, waypoint.link_ident, 51);
 }

@@ -81,6 +81,11 @@ TEST(EncodeWaypoint, TheClassOfAPointHasAnotherNumberInEachAviationFormat) {
   EXPECT_EQ((*encode_waypoint(151, vor))[123], 1);
   EXPECT_EQ((*encode_waypoint(450, vor, 7))[10], 3);
   EXPECT_EQ((*encode_waypoint(450, vor, 7))[0], 7);
+  vor.locked = true;
+  EXPECT_EQ((*encode_waypoint(150, vor))[8], 7);
+  EXPECT_EQ((*encode_waypoint(151, vor))[123], 3);
+  EXPECT_EQ((*encode_waypoint(154, vor))[123], 9);
+  EXPECT_EQ((*encode_waypoint(155, vor))[123], 5);
 }
 
 TEST(EncodeWaypoint, PositionsAtAndBeyondTheEdgesStayOnTheGlobe) {

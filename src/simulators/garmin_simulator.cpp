@@ -19,6 +19,12 @@ constexpr int kMostRepetitions = 3;
 constexpr std::size_t kInputCapacity = 4096;
 constexpr std::size_t kOutputCapacity = 65536;  // far more than one packet: only an unread port comes near it
 
+// It has the same number in both command protocols.
+bool is_abort(const Packet& command) {
+  base::ByteReader in(command.data);
+  return in.u16() == 0 && in.ok();
+}
+
 SimWaypoint where_it_stands(const SimulatedData& data) {
   if (!data.waypoints.empty()) return data.waypoints.front();
   SimWaypoint place;
@@ -148,6 +154,7 @@ void GarminSimulator::on_packet(const Packet& packet, Time at) {
   const bool is_link2 = capabilities_.capabilities.link == 2;
   const bool is_command = packet.id == kCommand || (is_link2 && packet.id == kCommandOfLink2);
   if (!is_command && packet.id != kProductRequest && is_taken_in(packet.id, at)) return on_reception(packet, at);
+  if (packet.id == kProductRequest || (is_command && is_abort(packet))) bytes_put_ -= output_.drop_behind_front();
   answer(kAck, packet.id, at);
   if (!is_command && packet.id != kProductRequest) return;
   upload_.stop();

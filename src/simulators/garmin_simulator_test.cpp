@@ -352,6 +352,19 @@ TEST_F(GarminSimulatorTest, AHostThatFloodsTheLineLosesBytesInsteadOfFillingTheM
   EXPECT_EQ(heard(), kProductAsked + kProduct7);
 }
 
+TEST_F(GarminSimulatorTest, AProductRequestOrAnAbortDropsWhatNobodyReadButThePacketThatIsBeingRead) {
+  for (const Bytes& request : {ask(0), frame(254, {})}) {
+    make({});
+    const Bytes first = say(request);
+    for (int i = 0; i < 3000; ++i) receiver->receive(ask(17));
+    ASSERT_EQ(receiver->take_output(), 0x10);
+    const Bytes rest = say(request);
+    ASSERT_GT(rest.size(), first.size());
+    EXPECT_LT(rest.size(), first.size() + 50);
+    EXPECT_TRUE(std::equal(first.begin(), first.end(), rest.end() - static_cast<std::ptrdiff_t>(first.size())));
+  }
+}
+
 TEST_F(GarminSimulatorTest, AHostThatNeverReadsCannotFillTheMemory) {
   make(one_waypoint());
   for (int i = 0; i < 20000; ++i) receiver->receive(ask(7));

@@ -17,15 +17,6 @@ auto same_key(int format, const Packet& packet) {
   };
 }
 
-void replace_or_add(int format, const Packet& packet, std::vector<Packet>& records) {
-  const auto old = std::ranges::find_if(records, same_key(format, packet));
-  if (old != records.end()) {
-    *old = packet;
-  } else {
-    records.push_back(packet);
-  }
-}
-
 // Takes out the group that has this header's number or name.
 void remove_group(int format, const Packet& header, std::vector<Packet>& records) {
   const auto begin = std::ranges::find_if(records, same_key(format, header));
@@ -60,7 +51,9 @@ bool GarminUpload::knows(std::uint8_t id) const {
 bool GarminUpload::take(const Packet& packet, GarminMemory& memory) {
   if (packet.id == ids_.records) return begin(packet);
   if (packet.id == kTransferComplete) return end(packet);
-  return open_ && knows(packet.id) && take_record(packet, memory);
+  const bool taken = open_ && knows(packet.id) && take_record(packet, memory);
+  refused_any_ = refused_any_ || !taken;
+  return taken;
 }
 
 bool GarminUpload::begin(const Packet& packet) {
@@ -71,6 +64,9 @@ bool GarminUpload::begin(const Packet& packet) {
   left_ = count;
   kind_ = nullptr;
   in_group_ = false;
+  last_in_group_ = 0;
+  refused_any_ = false;
+  places_.reset();
   satellites_.clear();
   return true;
 }
@@ -86,20 +82,38 @@ bool GarminUpload::end(const Packet& packet) {
     return is_its_number && (kind_ == nullptr || kind_ == command.records);
   });
   if (open_ && !fits) return false;
+  // What is missing was never sent, or a link leads nowhere: said once, since a host can hardly mend it now.
+  if (open_ && !refused_any_ && (left_ > 0 || ends_in_link())) {
+    refused_any_ = true;
+    return false;
+  }
   open_ = false;
   return true;
 }
 
 bool GarminUpload::take_record(const Packet& packet, GarminMemory& memory) {
   const Row& row = *std::ranges::find(rows_, packet.id, &Row::id);
-  if (row.role == Role::Header) in_group_ = false;  // its members do not belong to the group before, come what may
+  if (row.role == Role::Header) {
+    const bool leads_nowhere = ends_in_link();
+    in_group_ = false;  // its members do not belong to the group before, come what may
+    if (leads_nowhere) return false;
+  }
   GarminMemory::Records& records = memory.*row.kind;
   if (left_ == 0 || (kind_ != nullptr && kind_ != row.kind)) return false;
-  if (!records || !has_shape_of(row.format, packet.data)) return false;
+  if (!records || !has_shape_of(row.format, packet.data) || !has_possible_values(row.format, packet.data)) return false;
   if (!keep(row, packet, *records)) return false;
   kind_ = row.kind;
   --left_;
   return true;
+}
+
+// A link stands between two points; without links a point follows anything.
+bool GarminUpload::follows_in_group(std::uint8_t id) const {
+  return ids_.route_link == 0 || id != ids_.route_link || last_in_group_ == ids_.route_waypoint;
+}
+
+bool GarminUpload::ends_in_link() const {
+  return in_group_ && ids_.route_link != 0 && last_in_group_ == ids_.route_link;
 }
 
 bool GarminUpload::keep(const Row& row, const Packet& packet, std::vector<Packet>& records) {
@@ -108,16 +122,19 @@ bool GarminUpload::keep(const Row& row, const Packet& packet, std::vector<Packet
   if (records.size() == kMostRecords) return false;  // one more could never be sent back
   switch (row.role) {
     case Role::Item:
-      replace_or_add(row.format, packet, records);
+      if (!places_) places_.emplace(row.format, records);  // nothing else changes these records during the upload
+      put_record(packet, places_->place_for(packet.data), records);
       break;
     case Role::Header:
       remove_group(row.format, packet, records);
       records.push_back(packet);
       in_group_ = true;
+      last_in_group_ = packet.id;
       break;
     case Role::Member:
-      if (!in_group_) return false;
+      if (!in_group_ || !follows_in_group(packet.id)) return false;
       records.push_back(packet);
+      last_in_group_ = packet.id;
       break;
     case Role::Point:
       records.push_back(packet);

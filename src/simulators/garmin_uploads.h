@@ -7,9 +7,11 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "simulators/garmin_memory.h"
+#include "simulators/garmin_record_shapes.h"
 
 namespace simulators {
 
@@ -20,8 +22,10 @@ class GarminUpload {
   [[nodiscard]] bool is_open() const { return open_; }
   // Whether packets of this id open, feed or end uploads.
   [[nodiscard]] bool knows(std::uint8_t id) const;
-  // Takes the packet. False when it is refused: a record of a wrong length, one more than announced, or a packet that
-  // does not belong to this upload or this receiver. The memory is then as it was.
+  // Takes the packet. False when it is refused: a record of a wrong length or with values that there are not, one more
+  // than announced, a link that does not stand between two points, or a packet that does not belong to this upload or
+  // this receiver; and once the end of an upload that brought less than announced though nothing was refused. The
+  // memory is then as it was.
   [[nodiscard]] bool take(const Packet& packet, GarminMemory& memory);
   // The upload breaks off.
   void stop() { open_ = false; }
@@ -45,6 +49,8 @@ class GarminUpload {
   bool end(const Packet& packet);
   bool take_record(const Packet& packet, GarminMemory& memory);
   bool keep(const Row& row, const Packet& packet, std::vector<Packet>& records);
+  [[nodiscard]] bool follows_in_group(std::uint8_t id) const;
+  [[nodiscard]] bool ends_in_link() const;
 
   GarminCapabilities capabilities_;
   LinkIds ids_;
@@ -54,6 +60,9 @@ class GarminUpload {
   std::size_t left_ = 0;                                 // records that may still come
   GarminMemory::Records GarminMemory::*kind_ = nullptr;  // that of the first record kept
   bool in_group_ = false;                                // members belong to the latest header
+  std::uint8_t last_in_group_ = 0;                       // packet id of its latest record
+  bool refused_any_ = false;                             // of this upload
+  std::optional<RecordPlaces> places_;                   // of the kind, once an item has come
   std::vector<Packet> satellites_;                       // of an almanac that is not complete
 };
 

@@ -188,6 +188,32 @@ TEST_F(GarminUploadTest, PointsOfARouteWhoseHeaderWasRefusedDoNotGoToTheRouteBef
   EXPECT_EQ(receiver->memory().routes, (std::vector<Packet>{{29, {1}}, point, {29, {3}}, point}));
 }
 
+TEST_F(GarminUploadTest, ALinkStandsBetweenTwoPoints) {
+  options.protocols = kNamedTracks;
+  make({});
+  const Packet home{29, closed("HOME")}, out{29, closed("OUT")}, point{30, d105("A")}, link{98, Bytes(21, 0)};
+  upload({{27, {9, 0}}, home});
+  EXPECT_EQ(say(frame_packet(link)), nak(98));
+  upload({point, link});
+  EXPECT_EQ(say(frame_packet({98, Bytes(20, 0) + closed("B")})), nak(98));
+  upload({point, link});
+  EXPECT_EQ(say(frame_packet(out)), nak(29));
+  upload({out, point, {12, {4, 0}}});
+  EXPECT_EQ(receiver->memory().routes, (std::vector<Packet>{home, point, link, point, link, out, point}));
+}
+
+TEST_F(GarminUploadTest, AnEndBeforeAllHasComeIsRefusedOnceUnlessSomethingWasRefused) {
+  make({});
+  const Packet count{27, {2, 0}}, good{35, d100("A", 1)}, end{12, {7, 0}};
+  upload({count, good});
+  EXPECT_EQ(say(frame_packet(end)), nak(12));
+  upload({end});
+  upload({count, good});
+  EXPECT_EQ(say(frame_packet({35, {}})), nak(35));
+  upload({end});
+  EXPECT_EQ(receiver->memory().waypoints, (std::vector<Packet>{good}));
+}
+
 TEST_F(GarminUploadTest, AnUploadThatBreaksOffKeepsWhatCame) {
   make({});
   const Packet count{27, {9, 0}}, first{35, d100("A", 1)}, second{35, d100("B", 1)}, third{35, d100("C", 1)};
@@ -269,6 +295,50 @@ TEST_F(FaultyUpload, RepetitionsAreNotCountedAndWhatIsSentIsCountedOn) {
   EXPECT_EQ(say(frame_packet(packet_at(2))), nak(34));
   upload({packet_at(2)});
   EXPECT_EQ(say(ask(5)), kCommandTaken + (Bytes{0x10, 14, 8, 9, 9, 0xD1, 7, 1, 0, 46, 40, 0xAA, 0x10, 3}));
+}
+
+TEST(HasPossibleValues, NothingLiesBeyondThePolesAndCodesAreThoseOfTheFormat) {
+  const auto with = [](Bytes record, std::size_t at, Bytes values) {
+    std::ranges::copy(values, record.begin() + static_cast<std::ptrdiff_t>(at));
+    return record;
+  };
+  const Bytes pole{0, 0, 0, 0x40}, beyond{1, 0, 0, 0x40}, south{0, 0, 0, 0xC0}, beyond_south{0xFF, 0xFF, 0xFF, 0xBF};
+  const std::vector<std::pair<int, std::size_t>> latitudes{{100, 6}, {105, 0}, {106, 14}, {108, 24}, {110, 24},
+                                                           {150, 9}, {155, 6}, {300, 0},  {450, 11}};
+  for (const auto& [format, at] : latitudes) {
+    const Bytes record = with(Bytes(130, 0), 0, format == 110 ? Bytes{1} : Bytes{});
+    EXPECT_TRUE(has_possible_values(format, with(record, at, pole))) << format;
+    EXPECT_TRUE(has_possible_values(format, with(record, at, south))) << format;
+    EXPECT_FALSE(has_possible_values(format, with(record, at, beyond))) << format;
+    EXPECT_FALSE(has_possible_values(format, with(record, at, beyond_south))) << format;
+  }
+  for (const int format : {103, 107, 403}) {
+    EXPECT_TRUE(has_possible_values(format, with(Bytes(65, 0), 59, {2}))) << format;
+    EXPECT_TRUE(has_possible_values(format, with(Bytes(65, 0), 59, {0xFF}))) << format;
+    EXPECT_FALSE(has_possible_values(format, with(Bytes(65, 0), 59, {3}))) << format;
+  }
+  EXPECT_FALSE(has_possible_values(108, with(Bytes(60, 0), 2, {3})));
+  for (const int format : {109, 110}) {
+    EXPECT_TRUE(has_possible_values(format, with(Bytes(70, 0), 0, {1, 0, 0x7F}))) << format;
+    EXPECT_FALSE(has_possible_values(format, with(Bytes(70, 0), 0, {0, 0, 0x1F}))) << format;
+  }
+}
+
+TEST(FillMemory, OfEqualIdentsInTheFormatTheLaterTakesThePlace) {
+  SimulatedData data;
+  for (const std::string ident : {"HARBOUR", "BUOY", "HARBOUR 2"}) {
+    data.waypoints.emplace_back().ident = ident;
+    data.waypoints.back().comment = "AT " + ident;
+  }
+  data.proximity = data.waypoints;
+  const GarminMemory memory = fill_memory(
+      data, {.waypoint_transfer = 100, .waypoint_data = 100, .proximity_transfer = 400, .proximity_data = 450});
+  const Bytes nowhere(12, 0);
+  EXPECT_EQ(memory.waypoints, (std::vector<Packet>{{35, blanks("HARBOU", 6) + nowhere + blanks("AT HARBOUR 2", 40)},
+                                                   {35, blanks("BUOY", 6) + nowhere + blanks("AT BUOY", 40)}}));
+  ASSERT_EQ(memory.proximity->size(), 2u);
+  EXPECT_EQ((*memory.proximity)[0].data[0], 0);  // its place
+  EXPECT_EQ((*memory.proximity)[1].data[0], 1);
 }
 
 TEST(HasShapeOf, ARecordOfAnyOtherLengthIsNone) {

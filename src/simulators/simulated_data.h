@@ -28,6 +28,10 @@ struct SimWaypoint {
   std::uint8_t colour = 255;        // 0 to 15, 255 the receiver's default
   std::uint8_t waypoint_class = 0;  // numbered as in D108: 0 user, 0x40 airport, ...; 255 counts as user
   std::array<std::uint8_t, 18> subclass = kPlainSubclass;
+  bool locked = false;  // in D150 to D155, which have a class for it
+  // Class and subclass in D106, which numbers them in its own way; those above, cut, where the class is 0.
+  std::uint8_t d106_class = 0;
+  std::array<std::uint8_t, 13> d106_subclass{};
   std::uint32_t time = 0;
 };
 

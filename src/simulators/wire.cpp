@@ -1,6 +1,7 @@
 #include "simulators/wire.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace simulators {
 
@@ -9,7 +10,18 @@ void Wire::send(std::span<const std::uint8_t> bytes, Time start) {
     burst_start_ = start;
     burst_size_ = 0;
   }
-  for (const std::uint8_t value : bytes) bytes_.push_back({value, due_after(++burst_size_)});
+  bool first = true;
+  for (const std::uint8_t value : bytes)
+    bytes_.push_back({value, std::exchange(first, false), due_after(++burst_size_)});
+}
+
+// What has been through the wire for long may be of an earlier run of bytes than the one that is counted.
+std::size_t Wire::drop_behind_front() {
+  const auto begin = std::find_if(bytes_.begin(), bytes_.end(), [](const TimedByte& byte) { return byte.first; });
+  const std::size_t size = static_cast<std::size_t>(bytes_.end() - begin);
+  bytes_.erase(begin, bytes_.end());
+  burst_size_ -= std::min(burst_size_, static_cast<std::int64_t>(size));
+  return size;
 }
 
 std::optional<Wire::Time> Wire::front_due() const {

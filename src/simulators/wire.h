@@ -32,10 +32,13 @@ class Wire {
   // Takes the front byte; there must be one.
   std::uint8_t take();
   void clear() { bytes_.clear(); }
+  // Takes back what stands behind the packet at the front, as sent by one call each; how many bytes those were.
+  std::size_t drop_behind_front();
 
  private:
   struct TimedByte {
     std::uint8_t value;
+    bool first;  // of those sent by one call
     Time due;
   };
 
