@@ -51,7 +51,7 @@ def main():
             here = seconds([*ours, port, "download", kind, "-o", f"{kind}.txt"])
             print(f"download {kind}: {here:.2f} s, gpsbabel {there:.2f} s")
             there = seconds(["gpsbabel", letter, "-i", "gpx", "-f", f"{kind}.gpx", "-o", "garmin", "-F", port])
-            here = seconds([*ours, port, "upload", f"{kind}.txt", "--kinds", kind])
+            here = seconds([*ours, port, "upload", f"{kind}.gpx", "--kinds", kind])
             print(f"upload {kind}: {here:.2f} s, gpsbabel {there:.2f} s")
         simulator.send_signal(signal.SIGINT)
         simulator.wait()

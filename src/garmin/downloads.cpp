@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/text.h"
+#include "garmin/unknown_format.h"
 
 namespace garmin {
 namespace {
@@ -162,7 +163,7 @@ std::string GarminDownloads::why_not(const Step& step) const {
   if (protocols.*(step.transfer) == kNone || !id_of(step.record, protocols.link)) return step.not_supported.data();
   if (step.kind != Kind::Almanac || find_format(kAlmanacFormats, protocols.almanac_data) != nullptr) return "";
   if (protocols.almanac_data == kNone) return step.not_supported.data();
-  return base::format_text("Almanac data record D%03d not implemented", int{protocols.almanac_data});
+  return unknown_format_text(PacketKind::Pid_Almanac_Data, protocols.almanac_data);
 }
 
 GarminDownloads::Outcome GarminDownloads::run_step(const Step& step) {

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "garmin/route_records.h"
 #include "garmin/track_records.h"
+#include "garmin/unknown_format.h"
 #include "garmin/waypoint_records.h"
 
 namespace garmin {
@@ -22,12 +23,12 @@ void ReceivedRecords::refuse(const std::string& why) {
   front_end_.write_line(1, why);
 }
 
-bool ReceivedRecords::decode_item(std::span<const RecordFormat> formats, std::uint16_t number, std::string_view packet,
-                                  Data data) {
+bool ReceivedRecords::decode_item(std::span<const RecordFormat> formats, std::uint16_t number, PacketKind packet,
+                                  std::string_view packet_name, Data data) {
   items_.start_item();
-  const DecodeResult result = decode_record(formats, number, packet, data, items_.CurrentItem);
+  const DecodeResult result = decode_record(formats, number, packet_name, data, items_.CurrentItem);
   if (!result) {
-    refuse(result.refusal);
+    refuse(result.outcome == Decoded::UnknownFormat ? unknown_format_text(packet, number) : result.refusal);
     return false;
   }
   take_time(items_.CurrentItem.time);
@@ -43,24 +44,26 @@ void ReceivedRecords::take_time(store::GarminTime& time) {
 }
 
 void ReceivedRecords::take_waypoint(Data data) {
-  if (decode_item(kWaypointFormats, protocols().waypoint_data, "Pid_Wpt_Data", data) && items_.push_waypoint(0) != 0)
+  if (decode_item(kWaypointFormats, protocols().waypoint_data, PacketKind::Pid_Wpt_Data, "Pid_Wpt_Data", data) &&
+      items_.push_waypoint(0) != 0)
     ++refused_;
 }
 
 void ReceivedRecords::take_proximity(Data data) {
-  if (decode_item(kProximityFormats, protocols().proximity_data, "Pid_Prx_Wpt_Data", data) &&
+  if (decode_item(kProximityFormats, protocols().proximity_data, PacketKind::Pid_Prx_Wpt_Data, "Pid_Prx_Wpt_Data",
+                  data) &&
       items_.push_proximity() != 0)
     ++refused_;
 }
 
 void ReceivedRecords::take_track_header(Data data) {
-  if (!decode_item(kTrackHeaderFormats, protocols().track_header, "Pid_Trk_Hdr", data)) return;
+  if (!decode_item(kTrackHeaderFormats, protocols().track_header, PacketKind::Pid_Trk_Hdr, "Pid_Trk_Hdr", data)) return;
   const store::ItemRecord& header = items_.CurrentItem;
   items_.start_track_log(header.ident, store::kColourNames[std::min(header.colour, store::kDefaultColour)]);
 }
 
 void ReceivedRecords::take_track_point(Data data) {
-  if (decode_item(kTrackPointFormats, protocols().track_data, "Pid_Trk_Data", data)) {
+  if (decode_item(kTrackPointFormats, protocols().track_data, PacketKind::Pid_Trk_Data, "Pid_Trk_Data", data)) {
     if (items_.push_track() != 0) ++refused_;
   } else if (!data.empty() && data.back() == 1) {
     // All point formats end with the mark of a new segment, which holds for the next point then.
@@ -70,10 +73,12 @@ void ReceivedRecords::take_track_point(Data data) {
 
 void ReceivedRecords::take_route_header(Data data) {
   RouteHeader header;
-  const DecodeResult result = decode_record(kRouteHeaderFormats, protocols().route_header, "Pid_Rte_Hdr", data, header);
+  const std::uint16_t format = protocols().route_header;
+  const DecodeResult result = decode_record(kRouteHeaderFormats, format, "Pid_Rte_Hdr", data, header);
   route_open_ = false;
   if (!result) {
-    refuse(result.refusal);
+    refuse(result.outcome == Decoded::UnknownFormat ? unknown_format_text(PacketKind::Pid_Rte_Hdr, format)
+                                                    : result.refusal);
     return;
   }
   // A format without numbers counts the routes itself.
@@ -84,7 +89,9 @@ void ReceivedRecords::take_route_header(Data data) {
 }
 
 void ReceivedRecords::take_route_point(Data data) {
-  if (!decode_item(kWaypointFormats, protocols().route_waypoint, "Pid_Rte_Wpt_Data", data)) return;
+  if (!decode_item(kWaypointFormats, protocols().route_waypoint, PacketKind::Pid_Rte_Wpt_Data, "Pid_Rte_Wpt_Data",
+                   data))
+    return;
   if (route_open_) {
     if (items_.push_route(true) != 0) ++refused_;
     return;
@@ -94,7 +101,8 @@ void ReceivedRecords::take_route_point(Data data) {
 }
 
 void ReceivedRecords::take_route_link(Data data) {
-  if (!decode_item(kRouteLinkFormats, protocols().route_link, "Pid_Rte_Link_Data", data)) return;
+  if (!decode_item(kRouteLinkFormats, protocols().route_link, PacketKind::Pid_Rte_Link_Data, "Pid_Rte_Link_Data", data))
+    return;
   const store::ItemRecord link = items_.CurrentItem;
   if (!route_open_ || !items_.set_route_link(link.link_class, link.link_subclass, link.route_link_ident))
     refuse("Pid_Rte_Link_Data: a link without a route point before it: record refused");

@@ -50,7 +50,8 @@ class ReceivedRecords {
   [[nodiscard]] const Protocols& protocols() const { return selection_.protocols(); }
   [[nodiscard]] DecodeResult decode_satellite(Data data, SatelliteRecord& satellite) const;
   // A record of a format with a row, decoded into CurrentItem; false when it was refused, which is told.
-  bool decode_item(std::span<const RecordFormat> formats, std::uint16_t number, std::string_view packet, Data data);
+  bool decode_item(std::span<const RecordFormat> formats, std::uint16_t number, PacketKind packet,
+                   std::string_view packet_name, Data data);
   void take_time(store::GarminTime& time);
   void refuse(const std::string& why);
 

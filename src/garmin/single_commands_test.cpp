@@ -121,16 +121,6 @@ class SingleCommands : public testing::Test {
   std::unique_ptr<GarminCommands> commands;
 };
 
-TEST_F(SingleCommands, VoltagesAreSignedHundredthsOfAVolt) {
-  answers[kVoltages] = {{40, {0xE2, 0x04, 0xFF, 0xFF, 7, 7}}};  // 1250 and -1, and what the program does not know
-  const std::optional<Voltages> voltages = commands->read_voltages();
-  ASSERT_TRUE(voltages);
-  EXPECT_DOUBLE_EQ(voltages->internal, 12.5);
-  EXPECT_DOUBLE_EQ(voltages->external, -0.01);
-  EXPECT_THAT(after_identification(), ElementsAre(Bytes{10, 2, 17, 0}, Bytes{10, 2, 0, 0}));
-  expect_link_closed();
-}
-
 TEST_F(SingleCommands, TheTimeIsCountedFromTheEpochUnderBothLinks) {
   answers[kTime] = {{14, kLastSecondOf1999}};
   EXPECT_EQ(commands->read_time(), 315619199);  // of `date -u -d "1999-12-31 23:59:59" +%s` less that of the epoch
@@ -139,17 +129,6 @@ TEST_F(SingleCommands, TheTimeIsCountedFromTheEpochUnderBothLinks) {
   answers = {{kTimeOfA011, {{20, kLastSecondOf1999}}}};
   EXPECT_EQ(commands->read_time(), 315619199);
   EXPECT_EQ(heard.end()[-2], (Bytes{10, 2, 20, 0}));
-}
-
-TEST_F(SingleCommands, ThePositionIsKeptInDegreesWithTheTimeOfIt) {
-  answers = {{kPosition, {{17, kOnTheDateLine}}}, {kTime, {{14, kLastSecondOf1999}}}};
-  const std::optional<PlaceAndTime> here = commands->read_position();
-  ASSERT_TRUE(here);
-  EXPECT_DOUBLE_EQ(here->position.latitude, 45);
-  EXPECT_DOUBLE_EQ(here->position.longitude, -180);
-  EXPECT_EQ(here->seconds, 315619199);
-  EXPECT_THAT(after_identification(), ElementsAre(Bytes{10, 2, 2, 0}, Bytes{10, 2, 5, 0}, Bytes{10, 2, 0, 0}));
-  expect_link_closed();
 }
 
 TEST_F(SingleCommands, TheDebugLogNamesWhatIsSent) {
@@ -252,13 +231,6 @@ TEST_F(SingleCommands, EscEndsTheCommandAndTheNextOneWorks) {
   EXPECT_TRUE(commands->read_time());
 }
 
-TEST_F(SingleCommands, ThePortThatCannotBeOpenedIsToldByThePortAlone) {
-  device->open_error = 2;
-  EXPECT_FALSE(commands->read_voltages());
-  EXPECT_EQ(front_end.lines[1], "Comm error in AsyncInit 1: 2");
-  EXPECT_THAT(device->sent, IsEmpty());
-}
-
 TEST_F(SingleCommands, TheComputersTimeIsSentUnderId14WhateverTheLink) {
   for (const bool is_old : {false, true}) {
     if (is_old) become_old_aviation_receiver();
@@ -296,13 +268,6 @@ TEST_F(PositionVelocityTime, IsOneLineARecordUntilEsc) {
   EXPECT_EQ(front_end.lines[1], "PVT data: 3 bytes instead of 64: record refused");
   EXPECT_THAT(after_identification(), ElementsAre(Bytes{10, 2, 49, 0}, Bytes{10, 2, 50, 0}, Bytes{10, 2, 0, 0}));
   expect_link_closed();
-}
-
-TEST_F(PositionVelocityTime, EndsWhenNobodyTakesTheLinesAnyMore) {
-  answers[kStartPvt] = std::vector<Packet>(10, Packet{51, kPvt});
-  EXPECT_TRUE(follow(3));
-  EXPECT_EQ(lines.size(), 3u);
-  EXPECT_EQ(heard.end()[-2], (Bytes{10, 2, 50, 0}));
 }
 
 TEST_F(PositionVelocityTime, FailsWhenTheReceiverFallsSilentWhichIsToldToStop) {

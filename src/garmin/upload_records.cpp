@@ -7,6 +7,7 @@
 #include "garmin/almanac_records.h"
 #include "garmin/route_records.h"
 #include "garmin/track_records.h"
+#include "garmin/unknown_format.h"
 #include "garmin/waypoint_records.h"
 
 namespace garmin {
@@ -32,35 +33,32 @@ NameRule name_rule(std::span<const FormatOf<Record>> formats, std::uint16_t numb
 
 std::string UploadRecords::problem(Kind kind) const {
   const Protocols& p = protocols_;
-  const std::string unknown_waypoint = "Unknown Waypoint Protocol in doWaypoint -- aborting";
+  const auto problem_with = [](const auto& formats, PacketKind packet, std::uint16_t number) {
+    return find_format(formats, number) != nullptr ? std::string() : unknown_format_text(packet, number);
+  };
+  std::string problem;
   switch (kind) {
     case Kind::Almanac:
-      return find_format(kAlmanacFormats, p.almanac_data) != nullptr
-                 ? ""
-                 : format_text("Almanac data record D%03d not implemented", p.almanac_data);
+      return problem_with(kAlmanacFormats, PacketKind::Pid_Almanac_Data, p.almanac_data);
     case Kind::ProximityWaypoints:
-      return find_format(kProximityFormats, p.proximity_data) != nullptr
-                 ? ""
-                 : format_text("Unknown Proximity Protocol %d", p.proximity_data);
+      return problem_with(kProximityFormats, PacketKind::Pid_Prx_Wpt_Data, p.proximity_data);
     case Kind::Waypoints:
-      return find_format(kWaypointFormats, p.waypoint_data) != nullptr ? "" : unknown_waypoint;
+      return problem_with(kWaypointFormats, PacketKind::Pid_Wpt_Data, p.waypoint_data);
     case Kind::Routes:
-      if (find_format(kWaypointFormats, p.route_waypoint) == nullptr) return unknown_waypoint;
-      if (find_format(kRouteHeaderFormats, p.route_header) == nullptr)
-        return format_text("Unknown route header protocol: %d", p.route_header);
-      return p.route_transfer != kRoutesWithLinks || find_format(kRouteLinkFormats, p.route_link) != nullptr
-                 ? ""
-                 : format_text("Unknown route link protocol: %d", p.route_link);
+      problem = problem_with(kRouteHeaderFormats, PacketKind::Pid_Rte_Hdr, p.route_header);
+      if (problem.empty()) problem = problem_with(kWaypointFormats, PacketKind::Pid_Rte_Wpt_Data, p.route_waypoint);
+      if (problem.empty() && p.route_transfer == kRoutesWithLinks)
+        problem = problem_with(kRouteLinkFormats, PacketKind::Pid_Rte_Link_Data, p.route_link);
+      return problem;
     case Kind::Tracks:
-      if (find_format(kTrackPointFormats, p.track_data) == nullptr)
-        return format_text("Unknown TrackDataRecord protocol: %d", p.track_data);
-      return p.track_transfer != kTracksWithHeaders || find_format(kTrackHeaderFormats, p.track_header) != nullptr
-                 ? ""
-                 : format_text("Unknown track header protocol: %d", p.track_header);
+      problem = problem_with(kTrackPointFormats, PacketKind::Pid_Trk_Data, p.track_data);
+      if (problem.empty() && p.track_transfer == kTracksWithHeaders)
+        problem = problem_with(kTrackHeaderFormats, PacketKind::Pid_Trk_Hdr, p.track_header);
+      return problem;
     case Kind::All:
       break;
   }
-  return "";
+  return problem;
 }
 
 UploadRecordList UploadRecords::almanac() const {

@@ -253,10 +253,5 @@ TEST(WaypointEncoding, TheLastTextsAreCutWhereARecordWouldBecomeTooLong) {
   EXPECT_EQ(text(109, 52, 255, item), front + "short" + '\0' + std::string(41, 'x') + '\0');
 }
 
-TEST(WaypointEncoding, AFormatOfAnotherTableIsRefused) {
-  EXPECT_EQ(encode_record(kWaypointFormats, 450, store::blank_item(), {}), std::nullopt);
-  EXPECT_EQ(encode_record(kProximityFormats, 100, store::blank_item(), {}), std::nullopt);
-}
-
 }  // namespace
 }  // namespace garmin

@@ -131,8 +131,9 @@ ItemRecord airport(std::uint8_t waypoint_class, float distance = 0) {
 
 struct Case {
   std::uint16_t number;
-  std::string data;
+  std::string received;
   ItemRecord item;
+  std::string sent = received;
 };
 
 std::string encoded(std::span<const RecordFormat> formats, std::uint16_t number, const ItemRecord& item) {
@@ -140,118 +141,70 @@ std::string encoded(std::span<const RecordFormat> formats, std::uint16_t number,
   return data ? std::string(data->begin(), data->end()) : "refused";
 }
 
-void expect_decoded(std::span<const RecordFormat> formats, const std::vector<Case>& cases) {
-  for (const auto& [number, data, item] : cases) {
-    const ItemRecord found = decoded(formats, number, data);
+void expect_kept(std::span<const RecordFormat> formats, const std::vector<Case>& cases) {
+  for (const auto& [number, received, item, sent] : cases) {
+    const ItemRecord found = decoded(formats, number, received);
     EXPECT_EQ(support::described(found), support::described(item)) << number;
     EXPECT_EQ(found.position, item.position) << number;
+    // Both from the item and by way of what the bytes are decoded to.
+    EXPECT_EQ(encoded(formats, number, item), sent) << number;
+    EXPECT_EQ(encoded(formats, number, found), sent) << number;
   }
 }
 
-TEST(WaypointRecords, EveryWaypointFormatKeepsAllItsFields) {
-  constexpr int kGivenLater = store::kSymbolModeNotGiven;
-  const std::string altitude_1234 = "\xD2\x04";
-  expect_decoded(
-      kWaypointFormats,
-      {{100, data_of(HEAD), short_item(0, 0, kG12xl, 3)},
-       {101, data_of(HEAD DISTANCE_250 "\x96"), short_item(250, 150, kGivenLater, 3)},
-       {102, data_of(HEAD DISTANCE_250 "\x12\x20"), short_item(250, 8210, kGivenLater, 3)},
-       {103, data_of(HEAD "\x06\x01"), short_item(0, 6, kG12xl, 1)},
-       {104, data_of(HEAD DISTANCE_250 "\x12\x20\x05"), short_item(250, 8210, kGivenLater, 5)},
-       {105, data_of(PLACE "\x12\x20Long Name Beyond Fifteen\0"), long_ident_item(105, "Long Name Beyond Fifteen")},
-       {106, data_of("\x80" D106_FROM_SUBCLASS), road(0x80)},
-       {106, data_of("\0" D106_FROM_SUBCLASS), road(0)},  // a user's point, and still with a link
-       {107, data_of(HEAD "\x07\x02" DISTANCE_250 "\x03"), short_item(250, 7, kG12xl, 5, 2)},
-       {108, data_of("\x83\x09\x02\x60" FULL_PLACE FULL_TEXTS), full_item(0x83, 5, 1)},
-       {108, data_of("\0\xFF\0\x60" FULL_PLACE FULL_TEXTS), full_item(0, 3, store::kDefaultColour)},
-       {109, data_of("\x01\x40\x49\x70" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS), full_item(0x40, 5, 1)},
-       {109, data_of("\x01\x40\x3F\x70" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS),
-        full_item(0x40, 1, store::kDefaultColour)},
-       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\x04\x03\x02\x01\x05\0" FULL_TEXTS),
-        full_item(0x81, 3, 2, 0x01020304)},
-       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\xFF\xFF\xFF\xFF\x05\0" FULL_TEXTS),
-        full_item(0x81, 3, 2)},
-       {150, d150(6, altitude_1234), airport(6)},
-       {150, d150(7, altitude_1234), airport(9)},  // locked
-       {151, data_of(HEAD AVIATION "\x01"), with_field(short_item(250, 0, kG12xl, 3), 151, 1, -2)},
-       {152, data_of(HEAD AVIATION "\x03"), with_field(short_item(250, 0, kG12xl, 3), 152, 3, -2)},
-       {154, data_of(HEAD AVIATION "\x08\x03\x40"), with_field(short_item(250, 16387, kGivenLater, 3), 154, 8, -2)},
-       {155, data_of(HEAD AVIATION "\x05\x03\x40\x01"),
-        with_field(short_item(250, 16387, kGivenLater, 1), 155, 5, -2)}});
-}
-
-// Both from the item and by way of what the bytes are decoded to.
-void expect_encoded(std::span<const RecordFormat> formats, const std::vector<Case>& cases) {
-  for (const auto& [number, data, item] : cases) {
-    EXPECT_EQ(encoded(formats, number, item), data) << number;
-    EXPECT_EQ(encoded(formats, number, decoded(formats, number, data)), data) << number;
-  }
-}
-
-TEST(WaypointRecords, EveryWaypointFormatGivesBackTheBytesThatItCameIn) {
+// What the store has no field for goes out as none: unused bytes, undefined codes, time en route, categories.
+TEST(WaypointRecords, EveryWaypointFormatKeepsAllItsFieldsAndGivesThemBack) {
   constexpr int kGivenLater = store::kSymbolModeNotGiven;
   const std::string none = "\xFF\xFF\xFF\xFF";
-  expect_encoded(
+  const std::string sent_110 =
+      data_of("\x01\x81\x1F\x80" FULL_PLACE) + none + data_of(NOT_KNOWN) + none + data_of("\0\0" FULL_TEXTS);
+  expect_kept(
       kWaypointFormats,
-      {{100, data_of(HEAD_SENT), short_item(0, 0, kG12xl, 3)},
-       {101, data_of(HEAD_SENT DISTANCE_250 "\x96"), short_item(250, 150, kGivenLater, 3)},
+      {{100, data_of(HEAD), short_item(0, 0, kG12xl, 3), data_of(HEAD_SENT)},
+       {101, data_of(HEAD DISTANCE_250 "\x96"), short_item(250, 150, kGivenLater, 3),
+        data_of(HEAD_SENT DISTANCE_250 "\x96")},
        {101, data_of(HEAD_SENT "\0\0\0\0\x96"), short_item(0, 150, kGivenLater, 3)},
        {102, data_of(HEAD_SENT DISTANCE_250 "\x12\x20"), short_item(250, 8210, kGivenLater, 3)},
        {103, data_of(HEAD_SENT "\x06\x01"), short_item(0, 6, kG12xl, 1)},
+       {103, data_of(HEAD_SENT "\x06\x07"), short_item(0, 6, kG12xl, 5), data_of(HEAD_SENT "\x06\x02")},
        {104, data_of(HEAD_SENT DISTANCE_250 "\x12\x20\x05"), short_item(250, 8210, kGivenLater, 5)},
+       {104, data_of(HEAD_SENT DISTANCE_250 "\x12\x20\0"), short_item(250, 8210, kGivenLater, 1),
+        data_of(HEAD_SENT DISTANCE_250 "\x12\x20\x01")},
        {105, data_of(PLACE "\x12\x20Long Name Beyond Fifteen\0"), long_ident_item(105, "Long Name Beyond Fifteen")},
        {106, data_of("\x80" D106_FROM_SUBCLASS), road(0x80)},
-       {106, data_of("\0" D106_FROM_SUBCLASS), road(0)},
+       {106, data_of("\0" D106_FROM_SUBCLASS), road(0)},  // a user's point, and still with a link
        {107, data_of(HEAD_SENT "\x07\x02" DISTANCE_250 "\x03"), short_item(250, 7, kG12xl, 5, 2)},
        {108, data_of("\x83\x09\x02\x60" FULL_PLACE FULL_TEXTS), full_item(0x83, 5, 1)},
        {108, data_of("\0\xFF\0\x60" FULL_PLACE FULL_TEXTS), full_item(0, 3, store::kDefaultColour)},
-       {109, data_of("\x01\x40\x49\x70" FULL_PLACE) + none + data_of(FULL_TEXTS), full_item(0x40, 5, 1)},
+       {109, data_of("\x02\x40\x49\x77" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS), full_item(0x40, 5, 1),
+        data_of("\x01\x40\x49\x70" FULL_PLACE) + none + data_of(FULL_TEXTS)},
        {109, data_of("\x01\x40\x3F\x70" FULL_PLACE) + none + data_of(FULL_TEXTS),
         full_item(0x40, 1, store::kDefaultColour)},
-       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE) + none + data_of(NOT_KNOWN "\x04\x03\x02\x01\0\0" FULL_TEXTS),
-        full_item(0x81, 3, 2, 0x01020304)},
-       {110, data_of("\x01\x81\x1F\x80" FULL_PLACE) + none + data_of(NOT_KNOWN) + none + data_of("\0\0" FULL_TEXTS),
-        full_item(0x81, 3, store::kDefaultColour)},
+       {110, data_of("\x01\x81\x0C\x80" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\x04\x03\x02\x01\x05\0" FULL_TEXTS),
+        full_item(0x81, 3, 2, 0x01020304),
+        data_of("\x01\x81\x0C\x80" FULL_PLACE) + none + data_of(NOT_KNOWN "\x04\x03\x02\x01\0\0" FULL_TEXTS)},
+       {110, sent_110, full_item(0x81, 3, store::kDefaultColour)},
+       {110, data_of("\0\x81\x10\x99" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\0\0\0\0\x05\0" FULL_TEXTS),
+        full_item(0x81, 3, store::kDefaultColour), sent_110},  // "transparent", and a time of 0
        {150, d150(6, "\xD2\x04"), airport(6)},
-       {150, d150(7, "\xD2\x04"), airport(9)},
-       {151, data_of(HEAD_SENT AVIATION_SENT "\x01"), with_field(short_item(250, 0, kG12xl, 3), 151, 1, -2)},
+       {150, d150(7, "\xD2\x04"), airport(9)},  // locked
+       {151, data_of(HEAD AVIATION "\x01"), with_field(short_item(250, 0, kG12xl, 3), 151, 1, -2),
+        data_of(HEAD_SENT AVIATION_SENT "\x01")},
        {152, data_of(HEAD_SENT AVIATION_SENT "\x03"), with_field(short_item(250, 0, kG12xl, 3), 152, 3, -2)},
        {154, data_of(HEAD_SENT AVIATION_SENT "\x08\x03\x40"),
         with_field(short_item(250, 16387, kGivenLater, 3), 154, 8, -2)},
        {155, data_of(HEAD_SENT AVIATION_SENT "\x05\x03\x40\x01"),
         with_field(short_item(250, 16387, kGivenLater, 1), 155, 5, -2)}});
-  ItemRecord seventh = airport(0, 250);
-  seventh.number = 7;
-  EXPECT_EQ(encoded(kProximityFormats, 450, seventh), data_of("\x07\0") + d150(0, "\xD2\x04") + data_of(DISTANCE_250));
-  expect_encoded(kProximityFormats,
-                 {{400, data_of(HEAD_SENT DISTANCE_250), short_item(250, 0, kG12xl, 3)},
-                  {403, data_of(HEAD_SENT "\x09\x01" DISTANCE_250), short_item(250, 9, kG12xl, 1)},
-                  {450, data_of("\0\0") + d150(0, "\xD2\x04") + data_of(DISTANCE_250), airport(0, 250)}});
-}
-
-TEST(WaypointRecords, WhatTheStoreHasNoFieldForGoesOutAsNone) {
-  const std::string none = "\xFF\xFF\xFF\xFF";
-  const auto sent_back = [](std::uint16_t number, const std::string& data) {
-    return encoded(kWaypointFormats, number, decoded(number, data));
-  };
-  // The unused bytes.
-  EXPECT_EQ(sent_back(100, data_of(HEAD)), data_of(HEAD_SENT));
-  EXPECT_EQ(sent_back(151, data_of(HEAD AVIATION "\x01")), data_of(HEAD_SENT AVIATION_SENT "\x01"));
-  // Undefined display codes, and the second one of D104 for "symbol only".
-  EXPECT_EQ(sent_back(103, data_of(HEAD "\x06\x07")), data_of(HEAD_SENT "\x06\x02"));
-  EXPECT_EQ(sent_back(104, data_of(HEAD DISTANCE_250 "\x12\x20\0")), data_of(HEAD_SENT DISTANCE_250 "\x12\x20\x01"));
-  // Data type, attributes, time en route, temperature, "transparent", a time of 0, categories.
-  EXPECT_EQ(sent_back(109, data_of("\x02\x40\x49\x77" FULL_PLACE "\x10\x0E\0\0" FULL_TEXTS)),
-            data_of("\x01\x40\x49\x70" FULL_PLACE) + none + data_of(FULL_TEXTS));
-  EXPECT_EQ(sent_back(110, data_of("\0\x81\x10\x99" FULL_PLACE "\x10\x0E\0\0\0\0\xA8\x41\0\0\0\0\x05\0" FULL_TEXTS)),
-            data_of("\x01\x81\x1F\x80" FULL_PLACE) + none + data_of(NOT_KNOWN) + none + data_of("\0\0" FULL_TEXTS));
 }
 
 TEST(WaypointRecords, ProximityFormatsKeepTheirDistance) {
-  expect_decoded(kProximityFormats,
-                 {{400, data_of(HEAD DISTANCE_250), short_item(250, 0, kG12xl, 3)},
-                  {403, data_of(HEAD "\x09\x01" DISTANCE_250), short_item(250, 9, kG12xl, 1)},
-                  {450, data_of("\x07\0") + d150(0, "\xD2\x04") + data_of(DISTANCE_250), airport(0, 250)}});
+  const std::string place_450 = d150(0, "\xD2\x04") + data_of(DISTANCE_250);
+  expect_kept(kProximityFormats, {{400, data_of(HEAD_SENT DISTANCE_250), short_item(250, 0, kG12xl, 3)},
+                                  {403, data_of(HEAD_SENT "\x09\x01" DISTANCE_250), short_item(250, 9, kG12xl, 1)},
+                                  {450, data_of("\x07\0") + place_450, airport(0, 250), data_of("\0\0") + place_450}});
+  ItemRecord seventh = airport(0, 250);
+  seventh.number = 7;
+  EXPECT_EQ(encoded(kProximityFormats, 450, seventh), data_of("\x07\0") + place_450);
   for (const int number : {101, 102, 104, 107, 108, 109, 110, 151, 152, 154, 155})
     EXPECT_NE(find_format(kProximityFormats, static_cast<std::uint16_t>(number)), nullptr) << number;
 }
@@ -300,18 +253,14 @@ TEST(WaypointRecords, UnknownHeightsStayUnknownAndAnUnknownDistanceIsNone) {
   EXPECT_EQ(damaged.proximity_distance, 0.0F);
 }
 
-TEST(WaypointRecords, ZeroIsTheAltitudeOfAnAirportButNotThatOfAUserWaypoint) {
-  EXPECT_EQ(decoded(150, d150(0, data_of("\0\0"))).altitude, 0.0F);
-  EXPECT_FALSE(store::is_known(decoded(150, d150(4, data_of("\0\0"))).altitude));
-  EXPECT_FALSE(store::is_known(decoded(150, d150(7, data_of("\0\0"))).altitude));
-  EXPECT_EQ(decoded(150, d150(4, data_of("\xFE\xFF"))).altitude, -2.0F);
-}
-
 TEST(WaypointRecords, EachAviationFormatHasItsOwnUserClassWhoseZeroAltitudeIsUnknown) {
   const auto is_known_at_zero = [](std::uint16_t number, char waypoint_class, const std::string& rest) {
     const std::string data = data_of(HEAD DISTANCE_250 NAME_30 CITY_24 "TX\0\0US\0") + waypoint_class + rest;
     return store::is_known(decoded(number, data).altitude);
   };
+  for (const auto& [waypoint_class, is_known] : {std::pair('\0', true), {'\4', false}, {'\7', false}})
+    EXPECT_EQ(store::is_known(decoded(150, d150(waypoint_class, data_of("\0\0"))).altitude), is_known);
+  EXPECT_EQ(decoded(150, d150(4, data_of("\xFE\xFF"))).altitude, -2.0F);
   EXPECT_TRUE(is_known_at_zero(151, 1, ""));
   EXPECT_FALSE(is_known_at_zero(151, 2, ""));
   EXPECT_TRUE(is_known_at_zero(152, 3, ""));
@@ -353,9 +302,6 @@ TEST(WaypointRecords, ARecordCutAnywhereIsRefusedAndLeavesTheItemAlone) {
     EXPECT_EQ(item.position, geodesy::Position{});
     EXPECT_EQ(item.record_type, 0);
   }
-  ItemRecord item;
-  EXPECT_EQ(decode(108, whole.substr(0, whole.size() - 1), item).refusal,
-            "Pid_Wpt_Data D108: 96 bytes, needs at least 97: record refused");
 }
 
 TEST(WaypointRecords, TextsLongerThanTheStoreHoldsAreCutNotRefused) {
@@ -376,12 +322,6 @@ TEST(WaypointRecords, AWaypointBeyondAPoleHasNoPositionAndIsRefused) {
   EXPECT_EQ(at(data_of("\xFF\xFF\xFF\xBF")).outcome, Decoded::NoPosition);
   EXPECT_EQ(at(data_of("\xFF\xFF\xFF\x7F")).outcome, Decoded::NoPosition);
   EXPECT_EQ(at(data_of("\0\0\0\x80")).outcome, Decoded::NoPosition);
-}
-
-TEST(WaypointRecords, SemicirclesBecomeDegreesWithoutRounding) {
-  const ItemRecord item = decoded(105, data_of("\xFF\xFF\xFF\xFF\x00\x00\x00\x80\0\0A\0"));
-  EXPECT_EQ(item.position.latitude, -180.0 / 2147483648.0);
-  EXPECT_EQ(item.position.longitude, -180.0);
 }
 
 }  // namespace

@@ -51,14 +51,6 @@ TEST(ParseProtocols, ATextThatIsNoArrayIsRefusedWithItsFault) {
   EXPECT_FALSE(parse_protocols(longest + "P000", problem));
 }
 
-TEST(ChosenCapabilities, AProductOfTheTableSendsNoArrayUnlessOneIsGiven) {
-  GarminOptions options{.product_id = 77, .software_version = 400, .description = {}, .protocols = {}, .faults = {}};
-  EXPECT_TRUE(chosen_capabilities(options).data.empty());
-  options.protocols = "L001 A010 A100 D110";
-  EXPECT_EQ(chosen_capabilities(options).capabilities.waypoint_data, 110);
-  EXPECT_EQ(chosen_capabilities(options).data.size(), 12u);
-}
-
 TEST(ChosenCapabilities, AProductOutsideTheTableStillHoldsItsDataWhenItHidesItsArray) {
   GarminOptions options;
   EXPECT_FALSE(chosen_capabilities(options).data.empty());

@@ -9,44 +9,9 @@ namespace {
 
 using base::Bytes;
 
-// 45 N is 0x20000000 semicircles, 90 W is 0xC0000000.
-SimWaypoint sample() {
-  SimWaypoint waypoint;
-  waypoint.ident = "CAMP";
-  waypoint.comment = "TENT";
-  waypoint.latitude = 45;
-  waypoint.longitude = -90;
-  waypoint.altitude = 100.5F;  // 0x42C90000
-  waypoint.proximity = 200;    // 0x43480000
-  waypoint.symbol = 151;
-  waypoint.display_mode = 5;
-  waypoint.colour = 9;
-  waypoint.city = "X";
-  waypoint.state = "NV";
-  waypoint.country = "US";
-  return waypoint;
-}
-
 Bytes slice(const Bytes& bytes, std::size_t from, std::size_t size) {
   const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(from);
   return Bytes(begin, begin + static_cast<std::ptrdiff_t>(size));
-}
-
-TEST(EncodeWaypoint, D103HasASmallSymbolAndDisplay) {
-  Bytes expected{'C', 'A', 'M', 'P', ' ', ' ', 0, 0, 0, 0x20, 0, 0, 0, 0xC0, 0, 0, 0, 0, 'T', 'E', 'N', 'T'};
-  expected.resize(58, ' ');
-  expected.insert(expected.end(), {11, 2});
-  EXPECT_EQ(encode_waypoint(103, sample()), expected);
-}
-
-TEST(EncodeWaypoint, D108CarriesEverythingByteForByte) {
-  const Bytes expected{0,    9,    2,    0x60, 151,  0,                                        // to the symbol
-                       0,    0,    0,    0,    0,    0,    0xFF, 0xFF, 0xFF,                   //
-                       0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,                   // subclass
-                       0,    0,    0,    0x20, 0,    0,    0,    0xC0,                         // position
-                       0,    0,    0xC9, 0x42, 0x51, 0x59, 0x04, 0x69, 0,    0,   0x48, 0x43,  // lengths
-                       'N',  'V',  'U',  'S',  'C',  'A',  'M',  'P',  0,    'T', 'E',  'N',  'T', 0, 0, 'X', 0, 0, 0};
-  EXPECT_EQ(encode_waypoint(108, sample()), expected);
 }
 
 TEST(EncodeWaypoint, FixedFormatsHaveTheirSizesWhateverTheTexts) {
@@ -104,13 +69,6 @@ TEST(EncodeWaypoint, ASymbolThatTheFormatCannotNameBecomesADot) {
   EXPECT_EQ((*encode_waypoint(101, summit))[62], 18);
   EXPECT_EQ((*encode_waypoint(403, summit))[58], 0);
   EXPECT_EQ(slice(*encode_waypoint(102, summit), 62, 2), (Bytes{0x36, 0x20}));
-}
-
-TEST(EncodeWaypoint, AFormatThatIsNoneGivesNoRecord) {
-  EXPECT_FALSE(encode_waypoint(120, SimWaypoint{}));
-  EXPECT_FALSE(encode_route_header(203, SimRoute{}));
-  EXPECT_FALSE(encode_track_header(301, SimTrack{}, 0));
-  EXPECT_FALSE(encode_track_point(303, SimTrackPoint{}, false));
 }
 
 }  // namespace

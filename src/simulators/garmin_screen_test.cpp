@@ -46,28 +46,5 @@ TEST_F(GarminScreenTest, AForcedShapeIsSentInPiecesThatFitAPacket) {
                                        {1, 0, 0, 0, 28, 1, 0, 0}}));
 }
 
-TEST_F(GarminScreenTest, ThePictureIsAnotherWhenTurnedOrMirrored) {
-  const ScreenShape square{.width = 64, .lines = 64, .bits_per_pixel = 2};
-  const auto differs = [&](auto moved) {
-    for (int y = 0; y < 64; ++y)
-      for (int x = 0; x < 64; ++x)
-        if (screen_tone(square, x, y) != moved(x, y)) return true;
-    return false;
-  };
-  EXPECT_TRUE(differs([&](int x, int y) { return screen_tone(square, 63 - x, y); }));
-  EXPECT_TRUE(differs([&](int x, int y) { return screen_tone(square, x, 63 - y); }));
-  EXPECT_TRUE(differs([&](int x, int y) { return screen_tone(square, y, x); }));
-  EXPECT_TRUE(differs([&](int x, int y) { return screen_tone(square, 63 - x, 63 - y); }));
-}
-
-TEST_F(GarminScreenTest, EachOfItsPacketsWaitsForItsAcknowledgementAndNothingClosesThem) {
-  options.screen = ScreenShape{.width = 8, .lines = 2, .bits_per_pixel = 1};
-  make({});
-  EXPECT_EQ(say(ask(32)).size(), kCommandTaken.size() + 46);
-  EXPECT_EQ(say(ack(69)), frame(69, {1, 0, 0, 0, 0, 0, 0, 0, 0xFF}));
-  EXPECT_EQ(say(ack(69)), frame(69, {1, 0, 0, 0, 1, 0, 0, 0, 0xFF}));
-  EXPECT_EQ(say(ack(69)), Bytes{});
-}
-
 }  // namespace
 }  // namespace simulators
