@@ -1,6 +1,8 @@
 // What every exchange with a Garmin receiver is handed, and the open line that it runs on.
 #pragma once
 
+#include <string_view>
+
 #include "base/front_end.h"
 #include "garmin/link.h"
 #include "garmin/protocol_selection.h"
@@ -26,12 +28,13 @@ struct Connection {
 // and nothing remains of an abort.
 class Conversation {
  public:
-  explicit Conversation(const Connection& connection);
+  // What is said on line 1 when the port stays closed, behind what the port itself has said; empty for nothing.
+  explicit Conversation(const Connection& connection, std::string_view when_closed = "Failed to open COM port!");
   ~Conversation();
   Conversation(const Conversation&) = delete;
   Conversation& operator=(const Conversation&) = delete;
 
-  // Whether the port is open; if not, that was said. The user may have stopped the identification all the same.
+  // Whether the port was opened; if not, that was said. The user may have stopped the identification all the same.
   [[nodiscard]] bool is_open() const { return opened_; }
 
  private:

@@ -15,6 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 
 // A receiver may go on with data that nobody asked for; after so many packets it is taken for noise.
+constexpr std::string_view kPortSaysWhy = "";  // a port that cannot be opened
 constexpr int kMostStrayPackets = 50;
 // A request is sent again when nothing follows its acknowledgement. After so many there is no answer.
 constexpr int kMostReplies = 3;
@@ -98,7 +99,8 @@ bool GarminCommands::receive_pvt() {
 }
 
 bool GarminCommands::power_off() {
-  const bool reached = open();
+  const Conversation conversation(connection_, kPortSaysWhy);
+  const bool reached = conversation.is_open() && !connection_.stopped();
   bool refused = false;
   if (reached) {
     const auto send = [this] { connection_.selection.send_command(numbers().power_off, "Power off"); };
@@ -112,7 +114,6 @@ bool GarminCommands::power_off() {
     }
     connection_.flags.GpsIdentified = false;
   }
-  leave();
   if (refused) connection_.front_end.write_line(1, "The receiver refuses to be turned off.");
   return reached && !refused;
 }
@@ -156,22 +157,9 @@ void GarminCommands::close_link() {
   connection_.close_port();
 }
 
-bool GarminCommands::open() {
-  connection_.flags.UserAbort = false;
-  connection_.flags.ComTimedOut = false;
-  connection_.port.OpenGpsPort(serial::kGarminFamily, &connection_.selection);
-  connection_.link.begin_conversation();
-  return connection_.flags.PortOpen && !connection_.stopped();
-}
-
-void GarminCommands::leave() {
-  connection_.close_port();
-  connection_.flags.UserAbort = false;
-  connection_.front_end.set_status(3, " ");
-}
-
 bool GarminCommands::run(const std::function<bool()>& exchange) {
-  const bool done = open() && exchange();
+  const Conversation conversation(connection_, kPortSaysWhy);
+  const bool done = conversation.is_open() && !connection_.stopped() && exchange();
   // Who was stopped or hears nothing waits for no answer to the farewell.
   if (connection_.flags.PortOpen && connection_.stopped()) {
     connection_.selection.send_command(numbers().abort, "Gabort");
@@ -179,7 +167,6 @@ bool GarminCommands::run(const std::function<bool()>& exchange) {
   } else if (connection_.flags.PortOpen) {
     close_link();
   }
-  leave();
   return done;
 }
 

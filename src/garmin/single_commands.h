@@ -59,8 +59,6 @@ class GarminCommands {
   void take_position(std::span<const std::uint8_t> data);
   void take_pvt(std::span<const std::uint8_t> data);
 
-  [[nodiscard]] bool open();
-  void leave();
   [[nodiscard]] bool run(const std::function<bool()>& exchange);
   [[nodiscard]] Answer ask(std::uint8_t command, std::string_view label, PacketKind answer);
   [[nodiscard]] Answer ask_time();

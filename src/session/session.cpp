@@ -77,14 +77,8 @@ store::OutputOptions Session::text_options() const {
 
 // Opens the port and identifies the receiver; false when nobody answered, or no protocol could be selected.
 bool Session::open_garmin() {
-  flags.UserAbort = false;
-  port.OpenGpsPort(serial::kGarminFamily, &garmin_selection);
-  const bool ready = flags.PortOpen && !flags.UserAbort && !flags.ComTimedOut;
-  if (flags.PortOpen) port.AsyncStop();
-  flags.PortOpen = false;
-  flags.UserAbort = false;
-  front_end.set_status(3, " ");
-  return ready;
+  const garmin::Conversation conversation(garmin_connection, "");
+  return conversation.is_open() && !garmin_connection.stopped();
 }
 
 bool Session::get_gps_id() {
