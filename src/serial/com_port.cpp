@@ -63,6 +63,7 @@ void ComPort::set_family(int family) {
 
 void ComPort::OpenGpsPort(int family, Receiver* receiver) {
   if (flags_.PortOpen) return;
+  esc_waits_ = false;
   set_family(family);
   const bool probes = receiver != nullptr && (family == kGarminFamily || family == kLowranceFamily);
   front_end_.set_status(3, "Opening COM Port");
@@ -205,6 +206,13 @@ void ComPort::AsyncError(std::string_view label, int error) {
   for (const LineErrorText& row : kLineErrorTexts)
     if (errors.*row.flag) texts += row.text;
   if (!texts.empty()) front_end_.write_line(2, "Other errors: " + texts);
+}
+
+bool ComPort::EscPressed() { return std::exchange(esc_waits_, false) || front_end_.EscPressed(); }
+
+bool ComPort::esc_waits() {
+  esc_waits_ = esc_waits_ || front_end_.EscPressed();
+  return esc_waits_;
 }
 
 void ComPort::DelayMs(int milliseconds) {

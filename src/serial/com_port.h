@@ -62,7 +62,10 @@ class ComPort {
   bool AsyncInStat();
   // Writes "Comm error in ..." with the error number, and the line's errors if there are any.
   void AsyncError(std::string_view label, int error);
-  bool EscPressed() { return front_end_.EscPressed(); }
+  // Whether ESC was pressed since this was asked last.
+  bool EscPressed();
+  // The same without forgetting it: for waits below the loop that is to act on it.
+  bool esc_waits();
   // Sleeps at least this long.
   void DelayMs(int milliseconds);
 
@@ -93,6 +96,7 @@ class ComPort {
   int speed_bps_ = 0;
   std::uint8_t byte_ = 0;  // the one-byte input buffer
   bool lost_ = false;
+  bool esc_waits_ = false;
   bool anything_heard_ = false;  // since the port was opened
   NmeaDetector nmea_;            // over the bytes since the last AsyncSet
 };

@@ -37,6 +37,10 @@ void DebugLog::received(std::span<const std::uint8_t> bytes, bool checksum_ok) {
   dump(bytes);
 }
 
+void DebugLog::block(std::string_view title, std::span<const std::uint8_t> bytes) {
+  if (is_open()) text(std::string(title) + byte_lines(bytes) + "\n");
+}
+
 void DebugLog::dump(std::span<const std::uint8_t> bytes) {
   if (!is_open()) return;
   std::string lines = byte_lines(bytes);

@@ -31,6 +31,8 @@ class DebugLog {
   void received(std::span<const std::uint8_t> bytes, bool checksum_ok);
   // Any text as it stands; the caller ends its lines with LF.
   void text(std::string_view text);
+  // A title, which ends its own line, and under it bytes with a line break after every 16 and one at the end.
+  void block(std::string_view title, std::span<const std::uint8_t> bytes);
   // Bytes in the byte format, 16 to a line, the last line ended too.
   void dump(std::span<const std::uint8_t> bytes);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "base/text.h"
 
@@ -13,28 +12,11 @@ namespace {
 constexpr int kFastestBaud = 1'000'000;
 constexpr std::size_t kLongestDescription = 250;
 
-constexpr std::array kFaultNames = std::to_array<std::pair<std::string_view, Fault::Kind>>({
-    {"drop-ack", Fault::Kind::DropAck},
-    {"bad-checksum", Fault::Kind::BadChecksum},
-    {"silent", Fault::Kind::Silent},
-    {"unplug", Fault::Kind::Unplug},
-    {"noise", Fault::Kind::Noise},
-});
-
 bool sends_no_array(const GarminOptions& options) {
   return options.protocols && base::equal_ignoring_case(*options.protocols, "none");
 }
 
 }  // namespace
-
-std::optional<Fault> parse_fault(std::string_view text) {
-  const std::size_t at = text.find('@');
-  if (at == std::string_view::npos) return std::nullopt;
-  const auto name = std::ranges::find(kFaultNames, text.substr(0, at), [](const auto& row) { return row.first; });
-  const auto packet = base::parse_integer(text.substr(at + 1));
-  if (name == kFaultNames.end() || !packet || *packet < 1 || *packet > 1'000'000'000) return std::nullopt;
-  return Fault{name->second, static_cast<int>(*packet)};
-}
 
 bool is_possible(const ScreenShape& shape) {
   constexpr int kLongestSide = 1024;

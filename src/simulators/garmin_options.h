@@ -7,33 +7,13 @@
 #include <string_view>
 #include <vector>
 
+#include "simulators/fault.h"
 #include "simulators/garmin_products.h"
 
 namespace simulators {
 
 // The port behind which the receiver in process stands.
 inline constexpr std::string_view kGarminPortName = "sim:garmin";
-
-// Something that goes wrong at one packet. Packets are those that the receiver sends on its own account and those
-// that it takes in (counts, records and closing packets of uploads, the time, a position), counted from 1 since it was
-// made; acknowledgements and repetitions are not counted, nor are requests and commands.
-struct Fault {
-  // At a packet that the receiver sends, and at one that it takes in.
-  enum class Kind {
-    DropAck,      // the host's first acknowledgement is lost; the packet is taken, but its ACK is lost
-    BadChecksum,  // the packet is damaged the first time it is sent; it counts as damaged the first time
-    Silent,       // neither the packet nor anything after it is sent; nor is anything taken any more
-    Unplug,       // the port vanishes instead
-    Noise,        // meaningless bytes, no DLE ETX among them, go out before the packet; before its ACK
-  };
-  Kind kind = Kind::DropAck;
-  int packet = 1;
-};
-
-inline constexpr std::string_view kFaultForms =
-    "drop-ack@N, bad-checksum@N, silent@N, unplug@N or noise@N, N a packet number from 1";
-// A text of one of these forms; nothing for any other.
-[[nodiscard]] std::optional<Fault> parse_fault(std::string_view text);
 
 struct ScreenShape {
   int width = 160;

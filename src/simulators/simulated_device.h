@@ -19,8 +19,11 @@ class SimulatedDevice : public serial::SerialDevice {
   int open(const std::string& name) override;
   [[nodiscard]] serial::OpenProblem open_problem() const override { return open_problem_; }
   int read_settings() override { return error_when_gone(); }
-  // Any settings will do: the wire has its own speed.
-  int apply_settings(const serial::LineSettings&) override { return error_when_gone(); }
+  // Any settings will do; the receiver is told the speed.
+  int apply_settings(const serial::LineSettings& settings) override {
+    receiver_.set_host_speed(settings.speed_bps);
+    return error_when_gone();
+  }
   int restore_settings() override { return error_when_gone(); }
   int close() override;
 

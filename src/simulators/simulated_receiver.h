@@ -17,6 +17,8 @@ class SimulatedReceiver {
 
   virtual ~SimulatedReceiver() = default;
 
+  // The host has set its end of the line to this speed. Receivers that hear any speed do not care.
+  virtual void set_host_speed(int /*bits_per_second*/) {}
   // Bytes that the host starts to send now. Those beyond input_room() are lost, as on an overrun line.
   virtual void receive(std::span<const std::uint8_t> bytes) = 0;
   // How many bytes the line to the receiver takes now.

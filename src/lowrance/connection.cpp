@@ -1,0 +1,37 @@
+#include "lowrance/connection.h"
+
+namespace lowrance {
+
+bool Connection::must_end(std::string_view abort_text) const {
+  if (port.EscPressed()) {
+    front_end.write_line(4, abort_text);
+    flags.UserAbort = true;
+  }
+  const bool ends = flags.UserAbort || link.given_up();
+  if (ends) front_end.set_progress_range(0);
+  return ends;
+}
+
+Conversation::Conversation(const Connection& connection) : connection_(connection) {
+  connection_.flags.UserAbort = false;
+  connection_.flags.ComTimedOut = false;
+  connection_.link.begin_conversation();
+  connection_.port.OpenGpsPort(serial::kLowranceFamily, &connection_.identification);
+  connection_.link.begin_conversation();
+  opened_ = connection_.flags.PortOpen;
+  if (opened_) {
+    connection_.front_end.set_status(3, "ESC key to abort");
+  } else {
+    connection_.front_end.write_line(1, "COM port not open!");
+  }
+}
+
+Conversation::~Conversation() {
+  serial::DeviceFlags& flags = connection_.flags;
+  if (connection_.link.given_up()) flags.LowranceIdentified = false;  // who answers next may be another unit
+  if (flags.PortOpen) connection_.port.AsyncStop();
+  flags.UserAbort = false;
+  connection_.front_end.set_status(3, " ");
+}
+
+}  // namespace lowrance
