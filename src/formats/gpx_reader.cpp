@@ -4,7 +4,7 @@
 #include "base/reading_progress.h"
 #include "formats/gpx.h"
 #include "formats/gpx_points.h"
-#include "formats/symbol_names.h"
+#include "store/symbol_sets.h"
 
 namespace formats {
 namespace {
@@ -56,7 +56,7 @@ class GpxReader {
 
   void set_current(GpxPoint& point) {
     if (point.item.symbol_mode == store::kSymbolModeNotGiven)
-      point.item.symbol_mode = mode_of_named_symbols(context_.settings);
+      point.item.symbol_mode = store::mode_of_codes(context_.settings);
     store_.CurrentItem = point.item;
   }
 

@@ -8,6 +8,7 @@
 #include "formats/symbol_names.h"
 #include "formats/writable_items.h"
 #include "formats/xml_text.h"
+#include "store/symbol_sets.h"
 
 namespace formats {
 namespace {
@@ -162,7 +163,7 @@ class GpxWriter {
     std::string attributes;
     // A waypoint with an alarm distance would be read as a proximity waypoint as well.
     if (item.kind == 'W' && has_alarm(item)) append_attribute(attributes, "kind", "W");
-    if (item.symbol_mode == mode_of_named_symbols(context_.settings) && !symbol.empty()) {
+    if (item.symbol_mode == store::mode_of_codes(context_.settings) && !symbol.empty()) {
       item.symbol = defaults.symbol;
       item.symbol_mode = defaults.symbol_mode;
     }

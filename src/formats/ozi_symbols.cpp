@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
 #include <utility>
 
+#include "store/symbol_sets.h"
 #include "store/symbols.h"
 
 namespace formats {
@@ -14,11 +14,6 @@ using store::IconSet;
 using store::Settings;
 
 constexpr int kDotInGarminSet = 70;  // OziExplorer's number of store::kDotSymbol
-
-// Garmin codes of Lowrance's 28 icons, by their meaning (the list of gpsman); the 15 are taken for the first of them.
-constexpr std::array<int, 28> kLowranceCodes{18,  179,  156,  36,  10,  170,  8,     155, 11,  16384,
-                                             177, 8245, 8246, 151, 160, 8233, 16391, 171, 175, 8238,
-                                             14,  7,    192,  157, 19,  0,    150,   178};
 
 // Garmin codes by OziExplorer number.
 constexpr auto kGarminCodes = [] {
@@ -43,26 +38,24 @@ bool is_on(IconSet set, const Settings& settings) {
   }
 }
 
-// One of the four sets: G12xl, Giii (which stands for all with Garmin codes), Lei15 or Lei28.
-IconSet set_of_mode(int symbol_mode, const Settings& settings) {
+// The user's own set, of four: G12xl, Giii (which stands for all with Garmin codes), Lei15 or Lei28.
+IconSet own_set(const Settings& settings) {
   const store::Family family = settings.GPS;
-  switch (static_cast<IconSet>(symbol_mode)) {
+  switch (settings.IconSelector) {
     case IconSet::G12xl:
       return IconSet::G12xl;
     case IconSet::Lei15: {
+      // It stands there before anybody has chosen.
       const bool is_meant =
           family == store::Family::Lowrance || (family != store::Family::Garmin && is_on(IconSet::Lei15, settings));
       return is_meant ? IconSet::Lei15 : IconSet::Giii;
     }
     case IconSet::Lei28:
-      return family == store::Family::Garmin && settings.IconSelector == IconSet::Lei28 ? IconSet::Giii
-                                                                                        : IconSet::Lei28;
+      return family == store::Family::Garmin ? IconSet::Giii : IconSet::Lei28;
     default:
       return IconSet::Giii;
   }
 }
-
-IconSet own_set(const Settings& settings) { return set_of_mode(static_cast<int>(settings.IconSelector), settings); }
 
 // The one set that all of a file is in, written or read: whoever reads it knows but one.
 IconSet set_of_file(const Settings& settings) {
@@ -76,74 +69,54 @@ IconSet set_of_file(const Settings& settings) {
   return own;
 }
 
-// Garmin codes by the numbers of a set other than Giii.
-std::span<const int> codes_of(IconSet set, const Settings& settings) {
-  if (set == IconSet::G12xl) return settings.G12XL_II_Symbol_Mapping;
-  return std::span(kLowranceCodes).first(set == IconSet::Lei15 ? 15 : 28);
+int lowrance_symbols(IconSet set) {
+  return set == IconSet::Lei15 ? store::kFewLowranceSymbols : store::kLowranceSymbols;
 }
 
-bool has_number(IconSet set, long long number, const Settings& settings) {
-  return set != IconSet::Giii && number >= 0 && std::cmp_less(number, codes_of(set, settings).size());
-}
-
-std::optional<int> number_of_code(IconSet set, int code, const Settings& settings) {
-  const std::span<const int> codes = codes_of(set, settings);
-  const auto found = std::ranges::find(codes, code);
-  return found == codes.end() ? std::nullopt : std::optional(static_cast<int>(found - codes.begin()));
-}
-
-int default_symbol(IconSet set, const Settings& settings) {
+// What stands for a number that the set lacks, and for none.
+int default_code(IconSet set, const Settings& settings) {
   switch (set) {
-    case IconSet::G12xl:
-      return settings.default_G12_icon;
+    case IconSet::G12xl: {
+      const auto number = static_cast<std::size_t>(std::clamp(settings.default_G12_icon, 0, 15));
+      return settings.G12XL_II_Symbol_Mapping[number];
+    }
     case IconSet::Lei15:
-      return settings.default_LEI15_icon;
+      return store::code_of_lowrance_symbol(settings.default_LEI15_icon, lowrance_symbols(set))
+          .value_or(store::kDotSymbol);
     case IconSet::Lei28:
-      return settings.default_LEI28_icon;
+      return store::code_of_lowrance_symbol(settings.default_LEI28_icon, lowrance_symbols(set))
+          .value_or(store::kDotSymbol);
     default:
       return settings.default_GPSIII_icon;
   }
 }
 
-// A symbol in its set.
-struct Symbol {
-  IconSet set;
-  int number;
-};
-
-Symbol symbol_of_number(IconSet set, std::optional<long long> number, const Settings& settings) {
-  if (set == IconSet::Giii && number && *number >= 0 && std::cmp_less(*number, kGarminCodes.size()))
-    return {set, kGarminCodes[static_cast<std::size_t>(*number)]};
-  if (number && has_number(set, *number, settings)) return {set, static_cast<int>(*number)};
-  return {set, default_symbol(set, settings)};
-}
-
-// The same symbol in the user's own set where that has it. Where not, it stays as it is, or becomes a Garmin code if
-// its set does not count for the user.
-Symbol in_own_set(Symbol symbol, IconSet own, const Settings& settings) {
-  if (symbol.set == own) return symbol;
-  int code = symbol.number;
-  if (has_number(symbol.set, symbol.number, settings))
-    code = codes_of(symbol.set, settings)[static_cast<std::size_t>(symbol.number)];
-  if (own == IconSet::Giii) return {own, code};
-  const std::optional<int> number = number_of_code(own, code, settings);
-  if (number) return {own, *number};
-  return set_of_mode(static_cast<int>(symbol.set), settings) == symbol.set ? symbol : Symbol{IconSet::Giii, code};
+// The Garmin code of a number of the set; nothing where the set has no such number.
+std::optional<int> code_of(IconSet set, long long number, const Settings& settings) {
+  constexpr long long kMost = 255;
+  if (number < 0 || number > kMost) return std::nullopt;
+  const auto index = static_cast<std::size_t>(number);
+  switch (set) {
+    case IconSet::Giii:
+      return index < kGarminCodes.size() ? std::optional<int>(kGarminCodes[index]) : std::nullopt;
+    case IconSet::G12xl:
+      return index < settings.G12XL_II_Symbol_Mapping.size() ? std::optional(settings.G12XL_II_Symbol_Mapping[index])
+                                                             : std::nullopt;
+    default:
+      return store::code_of_lowrance_symbol(static_cast<int>(number), lowrance_symbols(set));
+  }
 }
 
 }  // namespace
 
 OziSymbol ozi_symbol(const store::ItemRecord& item, const Settings& settings) {
-  const IconSet own = set_of_mode(item.symbol_mode, settings);
   const IconSet wanted = set_of_file(settings);
-  int code = item.symbol;
-  if (has_number(own, item.symbol, settings)) {
-    if (own == wanted) return {item.symbol};
-    code = codes_of(own, settings)[static_cast<std::size_t>(item.symbol)];
-  }
+  const int code = store::symbol_code(item, settings);
   if (wanted != IconSet::Giii) {
-    const std::optional<int> number = number_of_code(wanted, code, settings);
-    return {number.value_or(0), number.has_value()};
+    const std::optional<std::uint8_t> number = wanted == IconSet::G12xl
+                                                   ? store::symbol_of_16(item, settings)
+                                                   : store::exact_lowrance_symbol(code, lowrance_symbols(wanted));
+    return {number.value_or(std::uint8_t{0}), number.has_value()};
   }
   const store::SymbolRow* const row =
       std::in_range<std::int16_t>(code) ? store::find_symbol(static_cast<std::int16_t>(code)) : nullptr;
@@ -152,12 +125,20 @@ OziSymbol ozi_symbol(const store::ItemRecord& item, const Settings& settings) {
 }
 
 void set_ozi_symbol(store::ItemRecord& item, std::optional<long long> number, const Settings& settings) {
-  const IconSet own = own_set(settings);
-  const Symbol symbol = in_own_set(symbol_of_number(set_of_file(settings), number, settings), own, settings);
-  item.symbol = std::in_range<std::int16_t>(symbol.number) ? static_cast<std::int16_t>(symbol.number) : std::int16_t{0};
-  // Of the sets with Garmin codes the one that the user has chosen.
-  const bool is_chosen = symbol.set == IconSet::Giii && settings.IconSelector >= IconSet::Giii;
-  item.symbol_mode = static_cast<std::uint8_t>(is_chosen ? settings.IconSelector : symbol.set);
+  const IconSet set = set_of_file(settings);
+  std::optional<int> code = number ? code_of(set, *number, settings) : std::nullopt;
+  const bool is_known = code.has_value();
+  if (!code) code = default_code(set, settings);
+  item.symbol = std::in_range<std::int16_t>(*code) ? static_cast<std::int16_t>(*code) : std::int16_t{0};
+  item.symbol_mode = store::mode_of_codes(settings);
+  if (own_set(settings) != IconSet::G12xl) return;
+  // Its numbers are kept as they are, also those that stand for the same code as another.
+  const bool is_of_16 = set == IconSet::G12xl;
+  const int default_number = settings.default_G12_icon;
+  const std::optional<std::uint8_t> same = store::symbol_of_16(item, settings);
+  if (!is_of_16 && !same) return;
+  item.symbol = static_cast<std::int16_t>(!is_of_16 ? *same : is_known ? *number : default_number);
+  item.symbol_mode = static_cast<std::uint8_t>(IconSet::G12xl);
 }
 
 }  // namespace formats

@@ -16,12 +16,10 @@ struct OziSymbol {
 
 // All of a file is in the numbers of one set: the user's own (IconSelector) where its setting is on, else the first
 // set that is on, its own family's before the other's. The Lowrance sets are nobody's own with a Garmin receiver, and
-// LEI15, the start value of IconSelector, only with a Lowrance one or where its setting is on. A record is in the set
-// that its symbol_mode names, under the same conditions; a number that this set does not have is a Garmin code.
+// LEI15, the start value of IconSelector, only with a Lowrance one or where its setting is on.
 [[nodiscard]] OziSymbol ozi_symbol(const store::ItemRecord& item, const store::Settings& settings);
 
-// The reverse: sets symbol and symbol_mode, in the user's own set where that has the symbol. No number, or one that the
-// set does not have, gives the set's default symbol.
+// The reverse: sets symbol and symbol_mode. No number, or one that the set does not have, gives the set's default symbol.
 void set_ozi_symbol(store::ItemRecord& item, std::optional<long long> number, const store::Settings& settings);
 
 }  // namespace formats

@@ -370,20 +370,20 @@ TEST_F(Ozi, SymbolNumbersFollowTheReceiverAndTheSettings) {
     int read_symbol;
   };
   const std::vector<Case> cases{
-      {[] {}, IconSet::Lei15, 8, 25, IconSet::Giii, 8},
+      {[] {}, IconSet::Lei15, 8, 25, IconSet::Lei15, 8},
       {[] {}, IconSet::StreetPilot, 8, 25, IconSet::StreetPilot, 8},
-      {[] {}, IconSet::Lei28, 8, 8, IconSet::Lei28, 8},
+      {[] {}, IconSet::Lei28, 8, 6, IconSet::Lei28, 8},
       {[] {}, IconSet::G12xl, 1, 46, IconSet::G12xl, 1},
       {[] {}, IconSet::G12xl, 8246, 60, IconSet::Giii, 8246},
-      {[&] { family(store::Family::Garmin); }, IconSet::Lei28, 8, 25, IconSet::Giii, 8},
-      {[&] { family(store::Family::Lowrance); }, IconSet::Lei15, 8, 8, IconSet::Lei15, 8},
-      {[&] { family(store::Family::Lowrance); }, IconSet::Lei28, 27, 27, IconSet::Lei28, 27},
-      {[&] { family(store::Family::Lowrance); }, IconSet::Lei28, 178, 27, IconSet::Lei28, 27},
-      {[&] { settings.SA_Ozi_to_LEI15 = 1; }, IconSet::Lei15, 8, 8, IconSet::Lei15, 8},
+      {[&] { family(store::Family::Garmin); }, IconSet::Lei28, 8, 25, IconSet::Lei28, 8},
+      {[&] { family(store::Family::Lowrance); }, IconSet::Lei15, 8, 6, IconSet::Lei15, 8},
+      {[&] { family(store::Family::Lowrance); }, IconSet::Lei28, 178, 27, IconSet::Lei28, 178},
+      {[&] { settings.SA_Ozi_to_LEI15 = 1; }, IconSet::Lei15, 8, 6, IconSet::Lei15, 8},
+      {[&] { settings.SA_Ozi_to_LEI15 = 1; }, IconSet::Lei15, 178, 0, IconSet::Lei15, 18},
       {[&] { settings.SA_Ozi_to_12 = 1; }, IconSet::G12xl, 15, 15, IconSet::G12xl, 15},
       {[&] { only(&store::Settings::SA_Ozi_to_12); }, IconSet::Giii, 10, 1, IconSet::Giii, 10},
       {[&] { only(&store::Settings::SA_Ozi_to_12); }, IconSet::Giii, 8246, 0, IconSet::Giii, 18},
-      {[&] { only(&store::Settings::SA_Ozi_to_GIII); }, IconSet::Lei28, 4, 46, IconSet::Lei28, 4},
+      {[&] { only(&store::Settings::SA_Ozi_to_GIII); }, IconSet::Lei28, 10, 46, IconSet::Lei28, 10},
       {[] {}, IconSet::Giii, -1, 70, IconSet::Giii, 18},
   };
   for (const Case& c : cases) {
@@ -407,7 +407,7 @@ TEST_F(Ozi, AFileIsInOneSymbolSetWhateverTheRecordsAreIn) {
   start("GAS").symbol = 8;
   store.CurrentItem.symbol_mode = static_cast<std::uint8_t>(IconSet::Giii);
   ASSERT_EQ(store.push_waypoint(0), 0);
-  start("HOUSE").symbol = 4;
+  start("HOUSE").symbol = 10;
   store.CurrentItem.symbol_mode = static_cast<std::uint8_t>(IconSet::Lei28);
   ASSERT_EQ(store.push_waypoint(0), 0);
   const std::string written = write(write_ozi_waypoints);

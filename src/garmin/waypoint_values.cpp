@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "garmin/record_format.h"
+#include "store/symbol_sets.h"
 #include "store/symbols.h"
 
 namespace garmin {
@@ -66,11 +67,6 @@ std::optional<std::size_t> meaning_of(const ItemRecord& item) {
   for (std::size_t row = 0; row < kClasses.size(); ++row)
     if (kClasses[row][*column] == item.waypoint_class) return row;
   return std::nullopt;
-}
-
-// A number beyond 15 is none of the 16, whatever the set that the item was stored under.
-bool is_of_16(const ItemRecord& item) {
-  return item.symbol_mode == static_cast<std::uint8_t>(store::IconSet::G12xl) && item.symbol >= 0 && item.symbol < 16;
 }
 
 template <typename Number>
@@ -140,16 +136,11 @@ bool is_aviation_point(const ItemRecord& item) {
 bool is_aviation_type(std::uint16_t record_type) { return record_type >= 151 && record_type <= 155; }
 
 std::uint8_t symbol_of_16(const ItemRecord& item, const Settings& settings) {
-  if (is_of_16(item)) return static_cast<std::uint8_t>(item.symbol);
-  const std::optional<std::uint8_t> equal =
-      item.symbol < 0 ? std::nullopt : index_of(settings.G12XL_II_Symbol_Mapping, int{item.symbol});
-  return equal.value_or(checked<std::uint8_t>(settings.default_G12_icon, 15, 0));
+  return store::symbol_of_16(item, settings).value_or(checked<std::uint8_t>(settings.default_G12_icon, 15, 0));
 }
 
 std::uint16_t symbol_type(const ItemRecord& item, const Settings& settings, std::uint16_t most) {
-  const int symbol =
-      is_of_16(item) ? settings.G12XL_II_Symbol_Mapping[static_cast<std::size_t>(item.symbol)] : item.symbol;
-  return checked<std::uint16_t>(symbol, most, store::kDotSymbol);
+  return checked<std::uint16_t>(store::symbol_code(item, settings), most, store::kDotSymbol);
 }
 
 }  // namespace garmin

@@ -14,6 +14,8 @@ namespace store {
 
 // The Garmin code of the item's symbol.
 [[nodiscard]] int symbol_code(const ItemRecord& item, const Settings& settings);
+// The number of that symbol among the 16; nothing when it is none of them.
+[[nodiscard]] std::optional<std::uint8_t> symbol_of_16(const ItemRecord& item, const Settings& settings);
 // The symbol mode for items whose symbol is a Garmin code: the chosen set, unless its numbers mean something else.
 [[nodiscard]] std::uint8_t mode_of_codes(const Settings& settings);
 
