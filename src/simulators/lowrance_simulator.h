@@ -8,8 +8,10 @@
 #include <span>
 
 #include "base/clock.h"
+#include "simulators/lowrance_framing.h"
 #include "simulators/lowrance_memory.h"
 #include "simulators/lowrance_options.h"
+#include "simulators/lowrance_requests.h"
 #include "simulators/simulated_receiver.h"
 #include "simulators/wire.h"
 
@@ -23,7 +25,9 @@ class LowranceSimulator : public SimulatedReceiver {
                     std::optional<LowranceMemory> memory = std::nullopt);
 
   // What it holds now, uploads included.
-  [[nodiscard]] const LowranceMemory& memory() const { return memory_; }
+  [[nodiscard]] const LowranceMemory& memory() const { return requests_.memory(); }
+  // How many messages it did not answer since it was made: damaged ones, and requests that it could not do.
+  [[nodiscard]] int refused() const { return refused_; }
 
   void set_host_speed(int bits_per_second) override;
   void receive(std::span<const std::uint8_t> bytes) override;
@@ -35,7 +39,34 @@ class LowranceSimulator : public SimulatedReceiver {
   [[nodiscard]] bool unplugged() override;
 
  private:
-  LowranceMemory memory_;
+  using Time = std::chrono::microseconds;
+  // What goes wrong at a request, besides what has happened already.
+  struct Trouble {
+    bool loses_answer = false, damaged = false, noisy = false;
+  };
+
+  // Lives through everything that happens up to now. Each byte counts from the moment it was due, however late the host
+  // looks, so that delays of the host's scheduling do not add up.
+  void advance();
+  void on_byte(std::uint8_t byte, Time at);
+  void on_request(const LowranceMessage& request, Time at);
+  // Counts a request. What silences or unplugs the unit for good happens at once.
+  Trouble trouble_at_next_request();
+  void unplug();
+  void put_on_wire(std::span<const std::uint8_t> bytes, Time at);
+
+  const base::Clock& clock_;
+  LowranceOptions options_;
+  LowranceRequests requests_;
+  Wire input_;
+  Wire output_;
+  LowranceMessageFinder finder_;
+  Time heard_at_{0};    // the latest byte
+  int host_speed_ = 0;  // bits per second; 0 while nobody has told it
+  int requests_counted_ = 0;
+  int refused_ = 0;
+  bool silent_ = false;
+  bool unplugged_ = false;
 };
 
 }  // namespace simulators

@@ -24,6 +24,21 @@ constexpr microseconds kBatch = std::chrono::milliseconds(8);
 constexpr microseconds kLongestSleep = std::chrono::milliseconds(100);
 constexpr std::size_t kMostPending = 4096;
 
+struct SpeedCode {
+  speed_t code;
+  int bits_per_second;
+};
+constexpr std::array kSpeedCodes = std::to_array<SpeedCode>({{B1200, 1200},
+                                                             {B1800, 1800},
+                                                             {B2400, 2400},
+                                                             {B4800, 4800},
+                                                             {B9600, 9600},
+                                                             {B19200, 19200},
+                                                             {B38400, 38400},
+                                                             {B57600, 57600},
+                                                             {B115200, 115200},
+                                                             {B230400, 230400}});
+
 std::string failure(const std::string& what) { return what + ": " + std::strerror(errno); }
 
 std::string make_link(const std::string& target, const std::string& link) {
@@ -109,12 +124,22 @@ void PtyHost::wait(SimulatedReceiver& receiver) {
   ppoll(&terminal, 1, &timeout, nullptr);  // a signal ends it early, which is as good
 }
 
+// A pseudo-terminal carries bytes at any speed, but remembers which one the host program has set.
+void PtyHost::tell_speed(SimulatedReceiver& receiver) const {
+  termios settings{};
+  if (tcgetattr(slave_, &settings) != 0) return;
+  const auto row = std::ranges::find(kSpeedCodes, cfgetospeed(&settings), &SpeedCode::code);
+  if (row != kSpeedCodes.end()) receiver.set_host_speed(row->bits_per_second);
+}
+
 void PtyHost::read_input(SimulatedReceiver& receiver) {
   std::array<std::uint8_t, 4096> buffer{};
   const std::size_t room = std::min(buffer.size(), receiver.input_room());
   if (room == 0) return;
   const ssize_t size = ::read(master_, buffer.data(), room);
-  if (size > 0) receiver.receive(std::span(buffer).first(static_cast<std::size_t>(size)));
+  if (size <= 0) return;
+  tell_speed(receiver);
+  receiver.receive(std::span(buffer).first(static_cast<std::size_t>(size)));
 }
 
 }  // namespace simulators

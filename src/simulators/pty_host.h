@@ -34,6 +34,7 @@ class PtyHost {
   // Sleeps until there is something to do.
   void wait(SimulatedReceiver& receiver);
   void read_input(SimulatedReceiver& receiver);
+  void tell_speed(SimulatedReceiver& receiver) const;
 
   int master_ = -1;
   int slave_ = -1;  // held open so that the pseudo-terminal outlives each host program

@@ -1,0 +1,14 @@
+// What old Lowrance/Eagle units keep in their memory stands there with the highest byte first.
+#pragma once
+
+#include <cstdint>
+
+#include "base/byte_cursor.h"
+
+namespace simulators {
+
+inline void append_big_endian(base::Bytes& bytes, std::uint32_t value, int size) {
+  for (int i = size - 1; i >= 0; --i) bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+}
+
+}  // namespace simulators
