@@ -28,7 +28,8 @@ Conversation::Conversation(const Connection& connection) : connection_(connectio
 
 Conversation::~Conversation() {
   serial::DeviceFlags& flags = connection_.flags;
-  if (connection_.link.given_up()) flags.LowranceIdentified = false;  // who answers next may be another unit
+  // Who answers next may be another unit.
+  if (connection_.link.given_up() || flags.ComTimedOut) flags.LowranceIdentified = false;
   if (flags.PortOpen) connection_.port.AsyncStop();
   flags.UserAbort = false;
   connection_.front_end.set_status(3, " ");

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
 #include "base/clock.h"
+#include "base/remarks.h"
 #include "lowrance/connection.h"
 #include "lowrance/records.h"
 #include "lowrance/transfer_kinds.h"
@@ -27,10 +28,49 @@ class LowranceDownloads {
   [[nodiscard]] bool download(int command_id);
 
  private:
+  // Of the running kind.
+  struct Counts {
+    int missing = 0;  // never answered, or with the answer to another question
+    int damaged = 0;
+    int refused = 0;  // by the store
+    int strange_symbols = 0;
+  };
+
+  // Each kind in its turn, as long as the transfer goes on; false when it ended early.
+  bool run(const TransferKinds& kinds);
+  bool goes_on_after_kind(std::string_view abort_text);
+
+  void GetLowrWpts(bool asked_for);
+  void GetLowrIcons(bool asked_for);
+  int ask_icon_count();  // never more than the unit can hold
+  void get_trails(int trail, bool asked_for);
+  void get_trail(int trail);
+  void GetLowrRts(bool asked_for);
+  // False when the store has no room for another route.
+  bool DoLowrRoute(const RouteRecord& route, Counts& points);
+
+  template <typename Record, typename Read>
+  std::optional<Record> fetch(Command command, int number, std::string_view label, Read read, Counts& counts);
+  // Into the store's working record; false, and counted, when there is no such place.
+  bool take_waypoint(const WaypointRecord& waypoint, Counts& counts);
+  bool take_place(const GridPoint& place, std::uint8_t symbol, Counts& counts);
+  void remark(const Counts& counts, std::string_view items);
+  // A kind that the unit does not have is a failure only for those who asked for it by name.
+  void lacks(bool asked_for, const std::string& remark);
+  void complete(std::string_view text);
+  [[nodiscard]] bool is_stopped() const { return connection_.flags.UserAbort || connection_.link.given_up(); }
+  void tell_at_the_end();
+  [[nodiscard]] base::FrontEnd& front_end() const { return connection_.front_end; }
+
   Connection connection_;
   const base::Clock& clock_;
   store::ItemStore& items_;
   const store::Settings& settings_;
+
+  // Of the running download.
+  base::Remarks remarks_;  // said at the end; none when all went well
+  bool all_came_ = true;
+  int next_line_ = 1;  // for the next completion
 };
 
 }  // namespace lowrance

@@ -66,6 +66,7 @@ void LowranceLink::GetLowrMessage(bool report) {
       case Event::Silence:
         if (++expiries >= limit || clock_.monotonic() >= deadline_) return time_out(report);
         was_sent_again = true;
+        ++repetitions_;
         send("Re-send");
     }
   }

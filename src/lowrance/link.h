@@ -50,6 +50,8 @@ class LowranceLink {
   [[nodiscard]] bool given_up() const;
   // Answers of this conversation whose data did not fit their checksum. They were taken all the same.
   [[nodiscard]] int damaged_answers() const { return damaged_answers_; }
+  // Requests that were sent again after a silence, ever. The unit may have acted on both.
+  [[nodiscard]] int repetitions() const { return repetitions_; }
 
  private:
   using Time = std::chrono::microseconds;
@@ -79,6 +81,7 @@ class LowranceLink {
   bool stopped_ = false;  // the running receive ended with ESC or with the port
   int time_outs_in_a_row_ = 0;
   int damaged_answers_ = 0;
+  int repetitions_ = 0;
 };
 
 }  // namespace lowrance

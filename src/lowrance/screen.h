@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 
+#include "base/byte_cursor.h"
 #include "lowrance/connection.h"
 #include "lowrance/unit_info.h"
 #include "picture/bitmap.h"
@@ -38,6 +40,10 @@ class LowranceScreen {
   [[nodiscard]] std::optional<picture::Bitmap> download();
 
  private:
+  std::optional<picture::Bitmap> read_screen();
+  std::optional<base::Bytes> read_plane(std::uint32_t address, int size, const std::string& name);
+  std::nullopt_t refuse(const std::string& why);  // tells it
+
   Connection connection_;
 };
 

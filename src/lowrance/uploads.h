@@ -3,9 +3,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "base/remarks.h"
 #include "lowrance/connection.h"
 #include "lowrance/records.h"
 #include "lowrance/transfer_kinds.h"
@@ -28,10 +32,47 @@ class LowranceUploads {
   [[nodiscard]] bool upload(int command_id);
 
  private:
+  struct SelectedWaypoint {
+    int index = 0;                         // in the store, from 1
+    std::optional<WaypointRecord> record;  // none: the unit cannot hold its place
+  };
+
+  // Each kind in its turn, as long as the transfer goes on; false when it ended early.
+  bool run(const TransferKinds& kinds);
+  bool goes_on_after_kind(std::string_view abort_text);
+
+  void send_waypoints();
+  void prepare_waypoints();
+  void SendLowrWaypoints(int start);
+  int limit_waypoints(int start);
+  void send_inactives(int first_slot, WaypointRecord record);
+  void send_routes();
+  void send_trails(int trail);
+  void send_events();
+  void SendLowrIcons(const std::vector<IconRecord>& icons);
+
+  // Counts those that the unit does not have.
+  std::uint8_t symbol_of(const store::ItemRecord& item);
+  // False, too, when ESC ended the wait; then the transfer ends and nothing need be told.
+  [[nodiscard]] bool is_silent(Command command, const base::Bytes& record, std::string_view label);
+  void complete(std::string_view text);
+  void tell_at_the_end(const TransferKinds& kinds);
+  [[nodiscard]] bool is_stopped() const { return connection_.flags.UserAbort || connection_.link.given_up(); }
+  [[nodiscard]] base::FrontEnd& front_end() const { return connection_.front_end; }
+
   Connection connection_;
   const store::ItemStore& items_;
   const store::Settings& settings_;
   OffsetSeconds offset_;
+
+  // Of the running upload.
+  std::vector<SelectedWaypoint> waypoints_;
+  base::Remarks remarks_;  // said at the end; none when all went well
+  base::Remarks notes_;    // likewise, on what had to be changed for the unit
+  int changed_symbols_ = 0;
+  bool all_taken_ = true;
+  bool anything_tried_ = false;
+  int next_line_ = 0;  // for the next completion
 };
 
 }  // namespace lowrance
