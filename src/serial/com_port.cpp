@@ -226,10 +226,14 @@ void ComPort::wait_for_input(std::chrono::milliseconds longest) {
   device_->wait_for_input(longest);
 }
 
+OpenProblem ComPort::open_problem() const { return device_ ? device_->open_problem() : OpenProblem::NoSuchPort; }
+
+std::string ComPort::permitted_group() const { return device_ ? device_->permitted_group() : std::string(); }
+
 std::string ComPort::open_advice() const {
   const char* const port = port_name_.c_str();
-  const std::string group = device_ ? device_->permitted_group() : std::string();
-  switch (device_ ? device_->open_problem() : OpenProblem::NoSuchPort) {
+  const std::string group = permitted_group();
+  switch (open_problem()) {
     case OpenProblem::NoSuchPort:
       return format_text("There is no port %s. %s", port, ports_text().c_str());
     case OpenProblem::NotSerial:

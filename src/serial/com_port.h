@@ -73,6 +73,12 @@ class ComPort {
   void wait_for_input(std::chrono::milliseconds longest);
   // True when the port vanished while it was open; a receive loop ends then as with a time-out.
   [[nodiscard]] bool lost() const { return lost_; }
+  // Whether any byte came since the port was opened, and NMEA text since the line was last set.
+  [[nodiscard]] bool heard_anything() const { return anything_heard_; }
+  [[nodiscard]] bool heard_nmea() const { return nmea_.found(); }
+  // What the last opening failed on, and whose members may use a port that it had no permission for (or empty).
+  [[nodiscard]] OpenProblem open_problem() const;
+  [[nodiscard]] std::string permitted_group() const;
 
  private:
   bool open_line();

@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "session/file_formats.h"
 #include "simulators/built_in_data.h"
+#include "simulators/lowrance_data.h"
 #include "textfile/position_columns.h"
 
 namespace session {
@@ -13,11 +14,16 @@ constexpr std::string_view kDefaultDebugFile = "FileDebug.txt";
 }  // namespace
 
 Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surroundings the_surroundings,
-                 serial::ComPort::DeviceFactory devices)
+                 serial::ComPort::DeviceFactory the_devices)
     : clock(the_clock),
       front_end(the_front_end),
       surroundings(std::move(the_surroundings)),
       simulated_garmin{simulators::believable_weekend(), {}},
+      simulated_lowrance{simulators::believable_season(), {}},
+      devices(the_devices
+                  ? std::move(the_devices)
+                  : [this](const std::string&
+                               name) { return make_device(name, simulated_garmin, simulated_lowrance, clock); }),
       items(settings, front_end),
       command_options(settings, front_end),
       shift(datums, front_end),
@@ -25,10 +31,7 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
             store::FileContext{items, shift, datums, settings, front_end, clock,
                                [this](std::string_view line) { command_options.do_command(line); }, &picture}),
       debug_log(front_end),
-      port(
-          devices ? std::move(devices)
-                  : [this](const std::string& name) { return make_device(name, simulated_garmin, clock); },
-          clock, front_end, flags),
+      port(devices, clock, front_end, flags),
       garmin_link(port, clock, front_end, flags, debug_log),
       garmin_selection(garmin_link, port, front_end, flags),
       garmin_connection{garmin_link, port, garmin_selection, front_end, flags},
@@ -36,6 +39,13 @@ Session::Session(base::Clock& the_clock, base::FrontEnd& the_front_end, Surround
       garmin_downloads(garmin_connection, clock, items, settings),
       garmin_uploads(garmin_connection, garmin_commands, items, settings),
       garmin_display(garmin_connection),
+      lowrance_link(port, clock, front_end, flags, debug_log),
+      lowrance_identification(lowrance_link, front_end, flags),
+      lowrance_connection{lowrance_link, port, lowrance_identification, front_end, flags},
+      lowrance_downloads(lowrance_connection, clock, items, settings),
+      lowrance_uploads(lowrance_connection, items, settings,
+                       [this] { return store::offset_seconds(time_offset_hours()); }),
+      lowrance_screen(lowrance_connection),
       machine_offset_hours_(clock.utc_offset_seconds() / 3600.0) {
   datums.load_user_datums(surroundings.datum_directories, surroundings.program_name);
   apply_settings();
@@ -81,15 +91,33 @@ bool Session::open_garmin() {
   return conversation.is_open() && !garmin_connection.stopped();
 }
 
+// Whoever asks who is there wants to know it now, so what is known is forgotten first.
 bool Session::get_gps_id() {
-  flags.GpsIdentified = false;  // whoever asks who is there wants to know it now
+  if (settings.GPS == store::Family::Lowrance) return identify_lowrance();
+  flags.GpsIdentified = false;
   const bool answered = open_garmin();
   if (answered) garmin_selection.show_identification();
   return answered;
 }
 
+bool Session::identify_lowrance() {
+  flags.LowranceIdentified = false;
+  const lowrance::Conversation conversation(lowrance_connection);
+  if (conversation.is_open()) {
+    lowrance_identification.show();
+  } else if (flags.ComTimedOut && flags.UserAbort) {  // the port was there, but at no speed did anybody answer
+    front_end.write_line(1, "COM port timeout!");
+  }
+  return conversation.is_open();
+}
+
+void Session::keep_port_speed() {
+  if (settings.GPS == store::Family::Lowrance && flags.LowranceIdentified) settings.port_speed = port.speed();
+}
+
 bool Session::get_display_bitmap() {
-  std::optional<picture::Bitmap> downloaded = garmin_display.download();
+  std::optional<picture::Bitmap> downloaded =
+      settings.GPS == store::Family::Lowrance ? lowrance_screen.download() : garmin_display.download();
   if (!downloaded) return false;
   picture = std::move(downloaded);
   return true;

@@ -21,6 +21,12 @@
 #include "geodesy/distance.h"
 #include "geodesy/notation.h"
 #include "geodesy/position_parser.h"
+#include "lowrance/connection.h"
+#include "lowrance/downloads.h"
+#include "lowrance/identification.h"
+#include "lowrance/link.h"
+#include "lowrance/screen.h"
+#include "lowrance/uploads.h"
 #include "picture/bitmap.h"
 #include "serial/com_port.h"
 #include "serial/debug_log.h"
@@ -64,8 +70,9 @@ class Session {
   // How native text is written now.
   [[nodiscard]] store::OutputOptions text_options() const;
 
-  // The single commands: true when the receiver answered. The texts go to the output lines.
+  // Who is on the port, of the chosen family: true when somebody answered. The texts go to the output lines.
   bool get_gps_id();
+  // The single commands of Garmin receivers, likewise.
   bool get_voltages();
   bool get_time();
   bool get_position();  // in the datum, notation and zone of written files
@@ -74,14 +81,19 @@ class Session {
   // Asks first.
   bool power_off();
   bool get_supported_protocols();
-  // Downloads the receiver's screen; the old picture stays when that fails, which is said.
+  // Downloads the screen of a receiver of the chosen family; the old picture stays when that fails, which is said.
   bool get_display_bitmap();
+
+  // The speed at which a Lowrance/Eagle unit was found becomes the one that is tried first, and is saved.
+  void keep_port_speed();
 
   base::Clock& clock;
   base::FrontEnd& front_end;
   const Surroundings surroundings;
   store::Settings settings;
   SimulatedGarmin simulated_garmin;  // taken when its port is first opened
+  SimulatedLowrance simulated_lowrance;
+  const serial::ComPort::DeviceFactory devices;  // what stands behind a port name
   serial::DeviceFlags flags;
   store::ItemStore items;
   std::optional<::picture::Bitmap> picture;  // the receiver's screen, as it was downloaded or read
@@ -99,9 +111,16 @@ class Session {
   garmin::GarminDownloads garmin_downloads;
   garmin::GarminUploads garmin_uploads;
   garmin::GarminDisplay garmin_display;
+  lowrance::LowranceLink lowrance_link;
+  lowrance::UnitIdentification lowrance_identification;
+  lowrance::Connection lowrance_connection;
+  lowrance::LowranceDownloads lowrance_downloads;
+  lowrance::LowranceUploads lowrance_uploads;
+  lowrance::LowranceScreen lowrance_screen;
 
  private:
   bool open_garmin();
+  bool identify_lowrance();
 
   const double machine_offset_hours_;
 };

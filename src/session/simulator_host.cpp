@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "base/text.h"
+#include "session/quiet_front_end.h"
+#include "session/simulated_lowrance.h"
 #include "session/simulated_receivers.h"
 #include "simulators/built_in_data.h"
 
@@ -20,14 +22,16 @@ bool has_new_almanac(const SimulatedGarmin& receiver, const simulators::GarminCa
   return receiver.memory->almanac != simulators::fill_memory(simulators::believable_weekend(), can).almanac;
 }
 
-// Settings under which a download neither changes what comes nor puts it in another order. The points of routes are not
-// to become waypoints beside those of their ident.
-store::Settings as_the_receiver_has_it(store::Settings settings) {
-  settings.PortName = simulators::kGarminPortName;
-  settings.GPS = store::Family::Garmin;
+// Settings under which a download neither changes what comes nor puts it in another order, nor leaves out any of it.
+store::Settings as_the_receiver_has_it(store::Settings settings, store::Family family, std::string_view port) {
+  settings.PortName = port;
+  settings.GPS = family;
   settings.WeekRollover = 0;
-  settings.HandleReadDups = store::Duplicates::Ignore;
+  settings.HandleReadDups = store::Duplicates::Ignore;  // the points of routes are no waypoints of their own
+  settings.ForceExactDupeRemoval = 0;
   settings.SA_SortAfterInput = 0;
+  settings.SA_LwrRangeLo = 1;
+  settings.SA_LwrRangeHi = -1;
   return settings;
 }
 
@@ -44,64 +48,31 @@ std::vector<std::string> left_out(const simulators::GarminMemory& memory, const 
   return kinds;
 }
 
-// Nobody is asked, shown progress or listened to; what goes wrong comes through.
-class QuietFrontEnd : public base::FrontEnd {
+// What goes wrong comes through.
+class TroubleFrontEnd : public QuietFrontEnd {
  public:
-  explicit QuietFrontEnd(base::FrontEnd& outer) : outer_(outer) {}
+  // `trouble_line` is the one on which downloads of the family tell what went wrong.
+  TroubleFrontEnd(base::FrontEnd& outer, int trouble_line) : outer_(outer), trouble_line_(trouble_line) {}
 
   void write_line(int line, std::string_view text) override {
-    constexpr int kTrouble = 2;
-    if (line == kTrouble && !text.empty()) outer_.write_line(line, text);
+    if (line == trouble_line_ && !text.empty()) outer_.write_line(line, text);
   }
-  void write_progress(int, std::string_view) override {}
-  void set_status(int, std::string_view) override {}
   void message_box(std::string_view title, std::string_view text) override { outer_.message_box(title, text); }
-  bool ask_yes_no(std::string_view, std::string_view) override { return false; }
-  bool choose(std::string_view, std::span<base::Choice>) override { return true; }
-  void set_progress_range(int) override {}
-  void step_progress() override {}
-  void show_title(std::string_view) override {}
-  void refresh_title() override {}
-  bool EscPressed() override { return false; }
 
  private:
   base::FrontEnd& outer_;
+  int trouble_line_;
 };
 
-}  // namespace
-
-std::string wish_for_garmin(Session& session, const SimulatorWishes& wishes) {
-  simulators::GarminOptions& options = session.simulated_garmin.options;
-  options.baud = wishes.baud;
-  if (wishes.product) options.product_id = static_cast<std::uint16_t>(*wishes.product);
-  if (!wishes.software.empty()) {
-    const std::optional<double> version = base::parse_number(wishes.software);
-    if (!version || *version < 0 || *version > 327.67)
-      return "--software: " + wishes.software + " is no version such as 2.50.";
-    options.software_version = static_cast<std::int16_t>(std::lround(*version * 100));
-  }
-  if (!wishes.protocols.empty()) options.protocols = wishes.protocols;
-  for (const std::string& text : wishes.faults) {
-    const std::optional<simulators::Fault> fault = simulators::parse_fault(text);
-    if (!fault) return "--fault: " + text + " is none of " + std::string(simulators::kFaultForms) + ".";
-    options.faults.push_back(*fault);
-  }
-  return simulators::garmin_options_problem(options);
-}
-
-void load_simulated_garmin(Session& session) {
-  session.simulated_garmin.data = simulated_data(session.items, session.settings);
-  session.simulated_garmin.memory.reset();
-}
-
-TakenContents take_simulated_contents(Session& session) {
+TakenContents take_garmin_contents(Session& session) {
+  constexpr int kTroubleLine = 2;
   const SimulatedGarmin& receiver = session.simulated_garmin;
-  QuietFrontEnd front_end(session.front_end);
+  TroubleFrontEnd front_end(session.front_end, kTroubleLine);
   Session reader(session.clock, front_end, {});
   reader.simulated_garmin = receiver;
   reader.simulated_garmin.options.faults.clear();
   reader.simulated_garmin.options.baud = 0;
-  reader.settings = as_the_receiver_has_it(session.settings);
+  reader.settings = as_the_receiver_has_it(session.settings, store::Family::Garmin, simulators::kGarminPortName);
   reader.apply_settings();
   TakenContents taken;
   taken.complete = reader.garmin_downloads.download(garmin::Kind::All);
@@ -115,6 +86,96 @@ TakenContents take_simulated_contents(Session& session) {
   }
   session.items.restore(reader.items.contents());
   return taken;
+}
+
+TakenContents take_lowrance_contents(Session& session) {
+  constexpr int kTroubleLine = 6;
+  constexpr int kWaypoints = 40029, kEvents = 40035, kTrails = 40030, kRoutes = 40034;
+  TroubleFrontEnd front_end(session.front_end, kTroubleLine);
+  Session reader(session.clock, front_end, {});
+  reader.simulated_lowrance = session.simulated_lowrance;
+  simulators::LowranceOptions& options = reader.simulated_lowrance.options;
+  options.baud = 0;
+  options.echo = options.noise = false;
+  options.faults.clear();
+  reader.settings = as_the_receiver_has_it(session.settings, store::Family::Lowrance, simulators::kLowrancePortName);
+  reader.apply_settings();
+  TakenContents taken;
+  taken.complete = true;
+  // Two slots may hold waypoints of the same name, unlike the points of routes, which come after them.
+  reader.settings.HandleReadDups = store::Duplicates::Merge;
+  const auto take = [&](int command_id) {
+    taken.complete = reader.lowrance_downloads.download(command_id) && taken.complete;
+    reader.settings.HandleReadDups = store::Duplicates::Ignore;
+  };
+  const simulators::LowranceUnit* unit = simulators::find_lowrance_unit(options.unit);
+  take(kWaypoints);
+  if (unit != nullptr && unit->icons > 0) take(kEvents);
+  if (unit != nullptr && unit->trails > 0) take(kTrails);
+  take(kRoutes);
+  session.items.restore(reader.items.contents());
+  return taken;
+}
+
+std::string take_faults(const std::vector<std::string>& texts, std::vector<simulators::Fault>& faults) {
+  for (const std::string& text : texts) {
+    const std::optional<simulators::Fault> fault = simulators::parse_fault(text);
+    if (!fault) return "--fault: " + text + " is none of " + std::string(simulators::kFaultForms) + ".";
+    faults.push_back(*fault);
+  }
+  return {};
+}
+
+std::string wish_for_garmin(simulators::GarminOptions& options, const SimulatorWishes& wishes) {
+  if (!wishes.unit.empty() || wishes.echo || wishes.noise)
+    return "--unit, --echo and --noise are for simulate lowrance.";
+  options.baud = wishes.baud;
+  if (wishes.product) options.product_id = static_cast<std::uint16_t>(*wishes.product);
+  if (!wishes.software.empty()) {
+    const std::optional<double> version = base::parse_number(wishes.software);
+    if (!version || *version < 0 || *version > 327.67)
+      return "--software: " + wishes.software + " is no version such as 2.50.";
+    options.software_version = static_cast<std::int16_t>(std::lround(*version * 100));
+  }
+  if (!wishes.protocols.empty()) options.protocols = wishes.protocols;
+  const std::string problem = take_faults(wishes.faults, options.faults);
+  return problem.empty() ? simulators::garmin_options_problem(options) : problem;
+}
+
+std::string wish_for_lowrance(simulators::LowranceOptions& options, const SimulatorWishes& wishes) {
+  if (wishes.product || !wishes.software.empty() || !wishes.protocols.empty())
+    return "--product, --software and --protocols are for simulate garmin.";
+  options.baud = wishes.baud;
+  if (!wishes.unit.empty()) options.unit = wishes.unit;
+  options.echo = wishes.echo;
+  options.noise = wishes.noise;
+  const std::string problem = take_faults(wishes.faults, options.faults);
+  return problem.empty() ? simulators::lowrance_options_problem(options) : problem;
+}
+
+}  // namespace
+
+std::string wish_for(Session& session, store::Family family, const SimulatorWishes& wishes) {
+  return family == store::Family::Lowrance ? wish_for_lowrance(session.simulated_lowrance.options, wishes)
+                                           : wish_for_garmin(session.simulated_garmin.options, wishes);
+}
+
+std::string load_simulated(Session& session, store::Family family) {
+  if (family != store::Family::Lowrance) {
+    session.simulated_garmin.data = simulated_data(session.items, session.settings);
+    session.simulated_garmin.memory.reset();
+    return {};
+  }
+  SimulatedLowrance& receiver = session.simulated_lowrance;
+  const simulators::LowranceUnit* unit = simulators::find_lowrance_unit(receiver.options.unit);
+  if (unit == nullptr) return {};  // wish_for() has refused such a name
+  receiver.data = lowrance_data(session.items, session.settings, *unit);
+  receiver.memory.reset();
+  return not_loaded(receiver.data, session.items, *unit);
+}
+
+TakenContents take_simulated_contents(Session& session, store::Family family) {
+  return family == store::Family::Lowrance ? take_lowrance_contents(session) : take_garmin_contents(session);
 }
 
 }  // namespace session

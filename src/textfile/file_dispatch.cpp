@@ -115,6 +115,8 @@ bool FileDispatch::do_input(const fs::path& path) {
     context_.front_end.message_box("oomem", "Out of Memory in do_input -- aborting.");
     return false;
   }
+  // A point whose waypoint was there already has no number of its own.
+  context_.store.link_route_points();
   if (context_.settings.SA_SortAfterInput != 0) sort_waypoints();
   context_.front_end.refresh_title();
   if (input.failed()) return refuse("Error reading file " + name);

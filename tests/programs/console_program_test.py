@@ -57,9 +57,9 @@ class InFolder(unittest.TestCase):
     def run_cli(self, *arguments):
         return run(*arguments, cwd=self.folder)
 
-    def simulate(self, *options):
+    def simulate(self, *options, family="garmin"):
         """Starts a simulated receiver; returns its process and the path of its pseudo-terminal."""
-        process = subprocess.Popen([CLI, "simulate", "garmin", *options], cwd=self.folder, text=True,
+        process = subprocess.Popen([CLI, "simulate", family, *options], cwd=self.folder, text=True,
                                    stdout=subprocess.PIPE, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL)
         self.addCleanup(self.end, process)
         return process, process.stdout.readline().strip()
@@ -445,6 +445,125 @@ E  01
             result = self.run_cli("simulate", "garmin", *options)
             self.assertIn(result.returncode, (1, 2), options)
             self.assertNotEqual(result.stderr, "", options)
+
+
+class LowranceUnit(InFolder):
+    """The simulated Lowrance/Eagle unit, in process and on a pseudo-terminal."""
+
+    TEXT = ("Version 2\nD WGS-84\nM DDD\n"
+            "W  HUT             N47.0000000 E011.0000000 Sat Jun 02 08:30:00 2001                     ^   18^Black ^S+N^3\n"
+            "P  SHOAL           N47.5000000 E011.0000000 Sat Jun 02 08:30:00 2001                     ^   18^Black ^S+N^3^ 100.0\n")
+
+    def lowrance(self, *arguments, port="sim:lowrance"):
+        return self.run_cli("--family", "lowrance", "--port", port, *arguments)
+
+    def test_it_is_identified_and_moves_every_kind_and_its_screen(self):
+        result = self.lowrance("identify")
+        self.assertRegex(result.stdout, r"^GPS Is a Lowrance GlobalMap 100\nProtocolVersion       :   2 ")
+        self.assertEqual((len(result.stdout.splitlines()), result.returncode), (8, 0))
+        result = self.lowrance("--quiet", "download", "all", "-o", "all.txt")
+        self.assertEqual((result.stderr, result.returncode), ("", 0))
+        self.assertRegex(self.run_cli("info", "all.txt").stdout, r"^W:\d+ T:2 \(TP:600\) P:0 R:4 E:12\n$")
+        for kinds, count in [(["waypoints", "--range", "1-5"], "W:5 T:0 (TP:0) P:0 R:0 E:0"),
+                             (["waypoints", "--range", "41-end"], "W:2 T:0 (TP:0) P:0 R:0 E:0"),
+                             (["events", "trail2"], "W:0 T:1 (TP:300) P:0 R:0 E:12"),
+                             (["tracks"], "W:0 T:2 (TP:600) P:0 R:0 E:0"),
+                             (["trails", "--kinds", "trails"], "W:0 T:2 (TP:600) P:0 R:0 E:0")]:
+            result = self.lowrance("download", *kinds, "-o", "some.txt")
+            self.assertEqual(result.returncode, 0, result.stderr)
+            self.assertEqual(self.run_cli("info", "some.txt").stdout, count + "\n", kinds)
+        self.assertEqual(self.lowrance("screen", "--rotate-left", "-o", "screen.png").returncode, 0)
+        self.assertTrue(read(self.path("screen.png")).startswith("\x89PNG"))
+
+    def test_a_second_process_finds_its_speed_and_what_was_loaded_and_uploaded_is_saved(self):
+        self.run_cli("--quiet", "--port", "sim:lowrance", "download", "routes", "trails", "-o", "built_in.txt")
+        process, path = self.simulate("--baud", "19200", "--echo", "--noise", "--load", "built_in.txt", "--save",
+                                      "kept.txt", "--link", "port", family="lowrance")
+        result = self.lowrance("identify", port=self.path("port"))
+        self.assertIn("Trying 115200 baud\nTrying 19200 baud\n", result.stderr)
+        self.assertEqual(result.returncode, 0)
+        self.write("new.txt", "".join(self.TEXT.splitlines(keepends=True)[:4]))
+        result = self.lowrance("--speed", "19200", "upload", "new.txt", "--start", "200", port=path)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertNotIn("115200", result.stderr)
+        result = self.lowrance("--speed", "19200", "download", "waypoints", "--range", "199-201", "-o", "back.txt",
+                               port=path)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertEqual([line[:9] for line in items(read(self.path("back.txt")))], ["W  HUT   "])
+        self.end(process)
+        loaded, kept = items(read(self.path("built_in.txt"))), items(read(self.path("kept.txt")))
+        # Trails have the time of their download.
+        for kind, columns in (("R", 60), ("T", 27)):
+            self.assertEqual([line[:columns] for line in loaded if line[0] == kind],
+                             [line[:columns] for line in kept if line[0] == kind])
+        self.assertTrue(any(line.startswith("W  HUT ") for line in kept))
+        process, _ = self.simulate("--load", "kept.txt", "--save", "again.txt", family="lowrance")
+        self.end(process)
+        self.assertEqual([line for line in items(read(self.path("again.txt"))) if line[0] != "T"],
+                         [line for line in kept if line[0] != "T"])
+
+    def test_find_names_the_receiver_of_each_port(self):
+        _, garmin = self.simulate()
+        _, lowrance = self.simulate("--baud", "19200", family="lowrance")
+        for port, options, line in [(garmin, [], "Garmin: Simulated GPS 128 Software Version 2.50"),
+                                    (lowrance, [], "Lowrance/Eagle: GlobalMap 100 at 19200 bits per second"),
+                                    ("/dev/nosuchport", ["--quiet"], "no such port")]:
+            result = self.run_cli("--port", port, "find", *options)
+            found = line != "no such port"
+            self.assertEqual((result.stdout, result.returncode), (f"{port}  {line}\n", 0 if found else 1))
+            self.assertEqual(result.stderr, f"Trying {port} ...\n" if found else "No receiver was found.\n")
+
+    def test_ctrl_c_ends_a_search(self):
+        _, path = self.simulate("--fault", "silent@1", family="lowrance")
+        process = subprocess.Popen([CLI, "--port", path, "find"], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                                   stdin=subprocess.DEVNULL, text=True, cwd=self.folder)
+        said = process.stderr.readline()
+        process.send_signal(signal.SIGINT)
+        output, rest = process.communicate(timeout=LIMIT)
+        self.assertEqual((output, said + rest, process.returncode),
+                         ("", f"Trying {path} ...\nThe search was stopped.\n", 1))
+
+    def test_what_a_family_does_not_have_is_refused_before_anything_is_sent(self):
+        for family, arguments, reason in [
+                ("lowrance", ["voltage"], "Lowrance/Eagle units cannot be asked for this."),
+                ("lowrance", ["position", "--follow"], "Lowrance/Eagle units cannot be asked for this."),
+                ("lowrance", ["poweroff"], "Lowrance/Eagle units cannot be asked for this."),
+                ("lowrance", ["download", "waypoints", "proximity", "-o", "x.txt"],
+                 "Lowrance/Eagle units have no proximity waypoints."),
+                ("lowrance", ["upload", "x.txt", "--kinds", "almanac"], "Lowrance/Eagle units have no almanac."),
+                ("garmin", ["download", "trails", "-o", "x.txt"], "Garmin receivers have no plot trails."),
+                ("garmin", ["upload", "x.txt", "--kinds", "trails,waypoints"], "Garmin receivers have no plot trails."),
+                ("garmin", ["download", "events", "-o", "x.txt"], "Garmin receivers have no events.")]:
+            result = self.run_cli("--family", family, "--port", "sim:" + family, *arguments)
+            self.assertEqual((result.stdout, result.stderr, result.returncode), ("", reason + "\n", 1), arguments)
+        self.assertEqual(os.listdir(self.folder), [])
+
+    def test_kinds_that_the_family_lacks_are_named_when_all_is_uploaded_or_loaded(self):
+        self.write("both.txt", self.TEXT)
+        self.run_cli("--port", "sim:garmin", "download", "almanac", "-o", "only.alm")
+        no_proximity = "Lowrance/Eagle units have no proximity waypoints."
+        no_almanac = "Lowrance/Eagle units have no almanac."
+        result = self.lowrance("upload", "both.txt", "only.alm")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn(f"\nNot all that the files hold is uploaded. {no_proximity} {no_almanac}\n", result.stderr)
+        result = self.lowrance("--quiet", "upload", "only.alm")
+        self.assertEqual((result.stderr, result.returncode), (f"Nothing was uploaded. {no_almanac}\n", 1))
+        process, _ = self.simulate("--load", "both.txt", family="lowrance")
+        process.send_signal(signal.SIGINT)
+        self.assertIn("The simulated receiver has no room for these: 1 proximity waypoints.\n",
+                      process.communicate(timeout=LIMIT)[1])
+
+    def test_wrong_usage_ends_with_2(self):
+        for arguments in [["simulate", "lowrance", "--unit", "Melon 7"], ["simulate", "lowrance", "--product", "7"],
+                          ["simulate", "garmin", "--unit", "GlobalMap 100"], ["simulate", "garmin", "--noise"],
+                          ["--port", "sim:garmin", "upload", "x.txt", "--inactives"],
+                          *(["--port", "sim:lowrance", "download", "all", "-o", "x.txt", "--range", text]
+                            for text in ("5", "0-5", "9-5", "end", "1-melons", "1-65536", "-5")),
+                          ["--port", "sim:lowrance", "upload", "x.txt", "--start", "0"]]:
+            result = self.run_cli(*arguments)
+            self.assertEqual((result.stdout, result.returncode), ("", 2), arguments)
+            self.assertNotEqual(result.stderr, "", arguments)
+        self.assertIn("GlobalMap 100, ", self.run_cli("simulate", "lowrance", "--unit", "Melon 7").stderr)
 
 
 class Keys(InFolder):

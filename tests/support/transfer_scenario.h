@@ -86,8 +86,8 @@ class TransferScenario : public testing::Test {
     front_end = {};
     session = std::make_unique<session::Session>(clock, front_end, session::Surroundings{folder_, {}, "pelorix"},
                                                  std::move(devices));
-    session->settings.GPS = store::Family::Garmin;
-    session->settings.PortName = "sim:garmin";
+    session->settings.GPS = family;
+    session->settings.PortName = family == store::Family::Garmin ? "sim:garmin" : "sim:lowrance";
     session->settings.HandleReadDups = duplicates;
     session->settings.ForceExactDupeRemoval = removes_exact_duplicates ? 1 : 0;
     session->apply_settings();
@@ -129,9 +129,9 @@ class TransferScenario : public testing::Test {
   std::unique_ptr<session::Session> session;
   store::Duplicates duplicates = store::Duplicates::Merge;  // of the next session
   bool removes_exact_duplicates = false;                    // likewise
+  store::Family family = store::Family::Garmin;             // likewise
   double elapsed = 0;                                       // seconds that the latest transfer took
 
- private:
   template <typename Transfer>
   bool timed(Transfer transfer) {
     const auto begin = clock.now;
@@ -140,6 +140,7 @@ class TransferScenario : public testing::Test {
     return done;
   }
 
+ private:
   std::filesystem::path folder_;
 };
 

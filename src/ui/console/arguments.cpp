@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <sstream>
 
+#include "base/text.h"
+
 namespace ui::console {
 namespace {
 
@@ -51,6 +53,23 @@ void add_rotate_left(CLI::App* command, Arguments& arguments) {
   command->add_flag("--rotate-left", arguments.rotate_left, "turn the picture by 90 degrees");
 }
 
+constexpr int kMostSlots = 65535;  // of a Lowrance/Eagle unit
+
+// "LO-HI" or "LO-end".
+SlotRange slot_range(const std::string& text) {
+  const std::size_t dash = text.find('-');
+  const bool to_the_end = dash != std::string::npos && text.substr(dash) == "-end";
+  const auto low = base::parse_integer(text.substr(0, dash));
+  const auto high = to_the_end || dash == std::string::npos ? low : base::parse_integer(text.substr(dash + 1));
+  if (dash == std::string::npos || !low || !high || *low < 1 || *high < *low || *high > kMostSlots)
+    throw CLI::ValidationError("--range", text + " is no range such as 1-250 or 20-end");
+  return {static_cast<int>(*low), to_the_end ? SlotRange::kToTheEnd : static_cast<int>(*high)};
+}
+
+void add_start(CLI::App* command, const char* name, std::optional<int>& slot, const char* help) {
+  command->add_option(name, slot, help)->check(CLI::Range(1, kMostSlots))->type_name("N");
+}
+
 void add_output_options(CLI::App* command, Arguments& arguments) {
   add_outputs(command, arguments);
   add_datum(command, arguments, "datum of the written positions");
@@ -75,7 +94,8 @@ void add_global_options(CLI::App& app, Arguments& arguments) {
   app.add_option("--family", arguments.family, "receiver family: garmin or lowrance")
       ->check(CLI::IsMember({"garmin", "lowrance"}))
       ->type_name("NAME");
-  app.add_option("--port", arguments.port, "COM1, COM12, /dev/ttyUSB0, ... or the simulated receiver sim:garmin")
+  app.add_option("--port", arguments.port,
+                 "COM1, COM12, /dev/ttyUSB0, ... or a simulated receiver: sim:garmin, sim:lowrance")
       ->type_name("PORT");
   app.add_option("--speed", arguments.speed, "Lowrance/Eagle start speed in bits per second")
       ->check(CLI::Range(300, 921600))
@@ -99,17 +119,30 @@ void add_receiver_commands(CLI::App& app, Arguments& arguments) {
   CLI::App* power_off = add_command(app, arguments, "poweroff", "turn the receiver off");
   power_off->add_flag("--yes", arguments.yes, "do not ask first");
   CLI::App* download = add_command(app, arguments, "download", "download, then write the files");
-  download->add_option("KIND", arguments.words, "what to download: all, waypoints, tracks, routes, proximity, almanac")
+  download
+      ->add_option(
+          "KIND", arguments.words,
+          "what to download: all, waypoints, tracks, routes; proximity or almanac of Garmin receivers; events, "
+          "trails or trail1 to trail4 of Lowrance/Eagle units")
       ->required()
       ->check(CLI::IsMember(kKinds));
+  download
+      ->add_option_function<std::string>(
+          "--range", [&arguments](const std::string& text) { arguments.range = slot_range(text); },
+          "waypoint slots of a Lowrance/Eagle unit, from 1; HI may be end")
+      ->type_name("LO-HI");
   add_output_options(download, arguments);
   CLI::App* upload = add_command(app, arguments, "upload", "read files, then upload what they hold");
   add_files(upload, arguments);
   add_kinds(upload, arguments, "upload only these kinds, separated by commas");
+  add_start(upload, "--start", arguments.start, "first waypoint slot of a Lowrance/Eagle unit to upload to");
+  add_start(upload, "--route-start", arguments.route_start, "the same for the waypoints of routes");
+  upload->add_flag("--inactives", arguments.inactives, "empty the waypoint slots of a Lowrance/Eagle unit behind them");
   CLI::App* screen = add_command(app, arguments, "screen", "download the receiver's screen to .bmp or .png files");
   add_outputs(screen, arguments);
   add_rotate_left(screen, arguments);
   add_command(app, arguments, "ports", "list the serial ports of this machine");
+  add_command(app, arguments, "find", "try every port, or that of --port, and say which receiver answers where");
 }
 
 void add_file_commands(CLI::App& app, Arguments& arguments) {
@@ -148,7 +181,7 @@ void add_position_commands(CLI::App& app, Arguments& arguments) {
 
 void add_simulate(CLI::App& app, Arguments& arguments) {
   CLI::App* simulate = add_command(app, arguments, "simulate", "serve a simulated receiver on a new pseudo-terminal");
-  simulate->add_option("FAMILY", arguments.words, "garmin")
+  simulate->add_option("FAMILY", arguments.words, "garmin or lowrance")
       ->required()
       ->expected(1)
       ->check(CLI::IsMember({"garmin", "lowrance"}));
@@ -159,12 +192,19 @@ void add_simulate(CLI::App& app, Arguments& arguments) {
   simulate->add_option("--baud", arguments.baud, "byte rate as on a real wire; 0 is unthrottled")
       ->check(CLI::Range(0, 1000000))
       ->type_name("N");
-  simulate->add_option("--product", arguments.product, "product id")->check(CLI::Range(0, 65534))->type_name("ID");
-  simulate->add_option("--software", arguments.software, "software version, such as 2.50")->type_name("VERSION");
+  simulate->add_option("--product", arguments.product, "Garmin: product id")
+      ->check(CLI::Range(0, 65534))
+      ->type_name("ID");
+  simulate->add_option("--software", arguments.software, "Garmin: software version, such as 2.50")
+      ->type_name("VERSION");
   simulate
       ->add_option("--protocols", arguments.protocols,
-                   "capability array such as \"L001 A010 A100 D108\", or none for a receiver that sends none")
+                   "Garmin: capability array such as \"L001 A010 A100 D108\", or none for a receiver that sends none")
       ->type_name("TEXT");
+  simulate->add_option("--unit", arguments.unit, "Lowrance/Eagle: name of the unit, such as \"GlobalMap 100\"")
+      ->type_name("NAME");
+  simulate->add_flag("--echo", arguments.echo, "Lowrance/Eagle: what the unit hears comes back");
+  simulate->add_flag("--noise", arguments.noise, "Lowrance/Eagle: meaningless bytes before every answer");
   simulate->add_option("--link", arguments.link, "a symbolic link to the pseudo-terminal")->type_name("PATH");
   simulate
       ->add_option("--fault", arguments.faults,

@@ -8,6 +8,13 @@
 
 namespace ui::console {
 
+// Slots of a Lowrance/Eagle unit, from 1.
+struct SlotRange {
+  static constexpr int kToTheEnd = -1;
+  int low = 1;
+  int high = kToTheEnd;
+};
+
 // What stands on the command line; nothing of it has been acted on. Options that were not given are empty.
 struct Arguments {
   std::string command;
@@ -31,11 +38,16 @@ struct Arguments {
   bool follow = false;  // position-velocity-time data
   bool yes = false;     // questions need not be asked
 
+  std::optional<SlotRange> range;         // of Lowrance/Eagle units: what is downloaded, ...
+  std::optional<int> start, route_start;  // ... the first slots that uploads go to, ...
+  bool inactives = false;                 // ... and whether the slots behind them are emptied
+
   std::vector<std::string> load, save_to;  // of the simulated receiver
-  std::string save, protocols, software, link;
+  std::string save, protocols, software, unit, link;
   int baud = 0;
   std::optional<int> product;
   std::vector<std::string> faults;
+  bool echo = false, noise = false;
 };
 
 // Whether the word names a kind of items: all, waypoints, trail1, ...

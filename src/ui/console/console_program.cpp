@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "base/text.h"
+#include "session/find_receivers.h"
 #include "session/simulator_host.h"
 #include "ui/commands.h"
 
@@ -28,7 +29,22 @@ void choose_kinds(const std::vector<std::string>& kinds, OutputOptions& options)
   options.kinds_given = !kinds.empty();
   if (kinds.empty() || std::ranges::find(kinds, "all") != kinds.end()) return;
   for (const KindRow& row : kKinds) options.*row.written = std::ranges::find(kinds, row.word) != kinds.end();
+  if (std::ranges::any_of(kinds, [](std::string_view kind) { return kind.starts_with("trail"); }))
+    options.tracks = true;
 }
+
+// Words of commands that have another one in the menus.
+struct Alias {
+  std::string_view word, command;
+};
+constexpr std::array kAliases{Alias{"download-trails", "download-tracks"}};
+
+int id_of(std::string_view word) {
+  const auto* row = std::ranges::find(kAliases, word, &Alias::word);
+  return command_id(row == kAliases.end() ? word : row->command);
+}
+
+constexpr std::string_view kNoPorts = "This machine has no serial port. An adapter shows up when it is plugged in.";
 
 std::string no_position(const std::string& text, const std::string& problem) {
   return "\"" + text + "\" is no position: " + problem + (problem.ends_with('!') ? "" : ".");
@@ -55,25 +71,16 @@ struct ConsoleProgram::Command {
 
 const ConsoleProgram::Command* ConsoleProgram::find_command(const std::string& name) {
   static constexpr std::array kCommands{
-      Command{"identify", &ConsoleProgram::answer},
-      Command{"protocols", &ConsoleProgram::answer},
-      Command{"voltage", &ConsoleProgram::answer},
-      Command{"time", &ConsoleProgram::answer},
-      Command{"position", &ConsoleProgram::position},
-      Command{"poweroff", &ConsoleProgram::answer},
-      Command{"download", &ConsoleProgram::download},
-      Command{"upload", &ConsoleProgram::upload},
-      Command{"screen", &ConsoleProgram::screen},
-      Command{"convert", &ConsoleProgram::convert},
-      Command{"list", &ConsoleProgram::list},
-      Command{"info", &ConsoleProgram::info},
-      Command{"datums", &ConsoleProgram::datums},
-      Command{"shift", &ConsoleProgram::shift},
-      Command{"format", &ConsoleProgram::format},
-      Command{"parse", &ConsoleProgram::parse},
-      Command{"distance", &ConsoleProgram::distance},
-      Command{"ports", &ConsoleProgram::ports},
-      Command{"save-config", &ConsoleProgram::save_config},
+      Command{"identify", &ConsoleProgram::answer},   Command{"protocols", &ConsoleProgram::answer},
+      Command{"voltage", &ConsoleProgram::answer},    Command{"time", &ConsoleProgram::answer},
+      Command{"position", &ConsoleProgram::position}, Command{"poweroff", &ConsoleProgram::answer},
+      Command{"download", &ConsoleProgram::download}, Command{"upload", &ConsoleProgram::upload},
+      Command{"screen", &ConsoleProgram::screen},     Command{"convert", &ConsoleProgram::convert},
+      Command{"list", &ConsoleProgram::list},         Command{"info", &ConsoleProgram::info},
+      Command{"datums", &ConsoleProgram::datums},     Command{"shift", &ConsoleProgram::shift},
+      Command{"format", &ConsoleProgram::format},     Command{"parse", &ConsoleProgram::parse},
+      Command{"distance", &ConsoleProgram::distance}, Command{"ports", &ConsoleProgram::ports},
+      Command{"find", &ConsoleProgram::find},         Command{"save-config", &ConsoleProgram::save_config},
       Command{"simulate", &ConsoleProgram::simulate},
   };
   const auto* row = std::ranges::find(kCommands, name, &Command::word);
@@ -129,7 +136,7 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
              settings.GPS == store::Family::None) {
     settings.GPS = store::Family::Garmin;
   }
-  if (arguments.speed) settings.port_speed = *arguments.speed;
+  if (!take_lowrance_options(arguments)) return false;
   if (!arguments.debug_log.empty()) {
     const std::filesystem::path path(arguments.debug_log);
     settings.EnableDebugFile = 1;
@@ -148,6 +155,24 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
   if (arguments.no_symbols) settings.SA_nameonlytxt |= store::Settings::kNoSymbolColumn;
   if (settings.LogDisplayOutput != 0) display_.log_to("DisplayOutput");
   session_.apply_settings();
+  return true;
+}
+
+bool ConsoleProgram::take_lowrance_options(const Arguments& arguments) {
+  store::Settings& settings = session_.settings;
+  if (arguments.speed) settings.port_speed = *arguments.speed;
+  const bool slots_given = arguments.range || arguments.start || arguments.route_start || arguments.inactives;
+  if (slots_given && settings.GPS != store::Family::Lowrance) {
+    (void)wrong_usage("--range, --start, --route-start and --inactives are for --family lowrance.");
+    return false;
+  }
+  if (arguments.range) {
+    settings.SA_LwrRangeLo = arguments.range->low;
+    settings.SA_LwrRangeHi = arguments.range->high;
+  }
+  if (arguments.start) settings.SA_LwrStartPt = *arguments.start;
+  if (arguments.route_start) settings.SA_LwrRteStartPt = *arguments.route_start;
+  if (arguments.inactives) settings.SA_SendLowrInactives = 1;
   return true;
 }
 
@@ -207,15 +232,24 @@ int ConsoleProgram::no_answer() {
 
 // A reason that stands where only progress is expected is told in the end, even to those who want no progress.
 bool ConsoleProgram::run_word(const std::string& word, const Arguments& arguments) {
-  if (run_command(session_, display_, command_id(word))) return true;
+  if (run_command(session_, display_, id_of(word))) return true;
   for (int line = 1; arguments.quiet && !screen_.has_told_trouble() && line <= Display::kLines; ++line)
     if (!display_.line(line).empty()) (void)fail(display_.line(line));
   return false;
 }
 
+// What the family does not have is refused before anything is moved.
+bool ConsoleProgram::can_transfer(const std::string& direction, const std::vector<std::string>& kinds) {
+  for (const std::string& kind : kinds) {
+    // Who has no first plot trail has none.
+    const std::string_view why_not = refusal(session_, id_of(direction + (kind == "trails" ? "trail1" : kind)));
+    if (!why_not.empty()) return fail(std::string(why_not)) == kDone;
+  }
+  return true;
+}
+
 int ConsoleProgram::download(const Arguments& arguments) {
-  for (const std::string& kind : arguments.words)
-    if (command_id("download-" + kind) == 0) return fail("Downloading " + kind + " is not possible with this version.");
+  if (!can_transfer("download-", arguments.words)) return kFailed;
   bool all_came = true;
   const KeyReading keys(terminal_);
   for (const std::string& kind : arguments.words) all_came = all_came && run_word("download-" + kind, arguments);
@@ -225,15 +259,37 @@ int ConsoleProgram::download(const Arguments& arguments) {
   return all_came && all_written ? kDone : kFailed;
 }
 
+// Every kind that the stores hold and the family has; what it does not have is named. None: that was said.
+std::vector<std::string> ConsoleProgram::kinds_to_upload() {
+  const store::ItemStore& items = session_.items;
+  const bool lowrance = session_.settings.GPS == store::Family::Lowrance;
+  const int of_both = items.waypoint_count() + items.route_count() + items.track_point_count();
+  std::vector<std::string> kinds;
+  if (of_both + (lowrance ? items.event_count() : items.proximity_count()) > 0) kinds.emplace_back("all");
+  if (!lowrance && !items.almanac().empty()) kinds.emplace_back("almanac");
+  std::string refusals;
+  const auto look = [&](bool is_held, std::string_view word) {
+    if (const std::string_view why_not = refusal(session_, id_of(word)); is_held && !why_not.empty())
+      refusals += " " + std::string(why_not);
+  };
+  look(items.event_count() > 0, "upload-events");
+  look(items.proximity_count() > 0, "upload-proximity");
+  look(!items.almanac().empty(), "upload-almanac");
+  if (kinds.empty()) {
+    (void)fail(refusals.empty() ? "The files hold nothing that can be uploaded." : "Nothing was uploaded." + refusals);
+  } else if (!refusals.empty()) {
+    (void)fail("Not all that the files hold is uploaded." + refusals);
+  }
+  return kinds;
+}
+
 int ConsoleProgram::upload(const Arguments& arguments) {
   std::vector<std::string> kinds = arguments.kinds;
-  for (const std::string& kind : kinds)
-    if (command_id("upload-" + kind) == 0) return fail("Uploading " + kind + " is not possible with this version.");
+  if (!can_transfer("upload-", kinds)) return kFailed;
   if (!read_files(arguments.words)) return fail("Nothing was uploaded.");
   if (kinds.empty()) {
-    if (!session_.items.empty()) kinds.emplace_back("all");
-    if (!session_.items.almanac().empty()) kinds.emplace_back("almanac");
-    if (kinds.empty()) return fail("The files hold nothing that can be uploaded.");
+    kinds = kinds_to_upload();
+    if (kinds.empty()) return kFailed;
   }
   const KeyReading keys(terminal_);
   bool all_taken = true;
@@ -361,10 +417,33 @@ int ConsoleProgram::distance(const Arguments& arguments) {
 
 int ConsoleProgram::ports(const Arguments&) {
   const std::vector<serial::PortInfo> ports = serial::list_serial_ports();
-  if (ports.empty()) terminal_.write("This machine has no serial port. An adapter shows up when it is plugged in.\n");
+  if (ports.empty()) terminal_.write(std::string(kNoPorts) + "\n");
   for (const serial::PortInfo& port : ports)
     print(port.description.empty() ? port.name : port.name + "  " + port.description);
   return kDone;
+}
+
+int ConsoleProgram::find(const Arguments& arguments) {
+  std::vector<std::string> ports;
+  if (!arguments.port.empty()) {
+    ports.push_back(arguments.port);
+  } else {
+    for (const serial::PortInfo& port : serial::list_serial_ports()) ports.push_back(port.name);
+  }
+  if (ports.empty()) return fail(std::string(kNoPorts));
+  std::optional<store::Family> only;
+  if (!arguments.family.empty()) only = session_.settings.GPS;
+  const KeyReading keys(terminal_);
+  const auto trying = [&](const std::string& port) {
+    if (!arguments.quiet) terminal_.write("Trying " + port + " ...\n");
+  };
+  const auto done = [this](const session::PortFinding& finding) {
+    print(finding.port + "  " + finding.text);
+    output_.flush();
+  };
+  const session::FindResult result = session::find_receivers(session_, ports, only, trying, done);
+  if (result.stopped) return fail("The search was stopped.");
+  return result.receivers > 0 ? kDone : fail("No receiver was found.");
 }
 
 int ConsoleProgram::save_config(const Arguments& arguments) {
@@ -373,25 +452,27 @@ int ConsoleProgram::save_config(const Arguments& arguments) {
 }
 
 int ConsoleProgram::simulate(const Arguments& arguments) {
-  if (arguments.words.front() != "garmin") return fail("A simulated Lowrance/Eagle unit is not there yet.");
-  const std::string wrong = session::wish_for_garmin(
-      session_, {arguments.product, arguments.software, arguments.protocols, arguments.baud, arguments.faults});
+  const store::Family family = arguments.words.front() == "lowrance" ? store::Family::Lowrance : store::Family::Garmin;
+  const std::string wrong = session::wish_for(session_, family,
+                                              {arguments.baud, arguments.faults, arguments.product, arguments.software,
+                                               arguments.protocols, arguments.unit, arguments.echo, arguments.noise});
   if (!wrong.empty()) return wrong_usage(wrong);
   for (const std::string& file : arguments.save_to)
     if (const std::string problem = session_.files.save_problem(file); !problem.empty()) return fail(problem);
   if (!read_files(arguments.load)) return fail("The simulated receiver was not started.");
-  if (!arguments.load.empty()) session::load_simulated_garmin(session_);
+  const std::string no_room = arguments.load.empty() ? std::string() : session::load_simulated(session_, family);
+  if (!no_room.empty()) terminal_.write("The simulated receiver has no room for these: " + no_room + ".\n");
   const KeyReading keys(terminal_);
   const auto started = [this](const std::string& path) { return static_cast<bool>(output_ << path << std::endl); };
   const std::string problem =
-      session::serve_simulated_garmin(session_, arguments.link, started, [this] { return terminal_.take_esc(); });
+      session::serve_simulated(session_, family, arguments.link, started, [this] { return terminal_.take_esc(); });
   if (!problem.empty()) return fail(problem);
-  return arguments.save_to.empty() ? kDone : save_simulated(arguments.save_to);
+  return arguments.save_to.empty() ? kDone : save_simulated(family, arguments.save_to);
 }
 
 // Keys are still taken, so that Ctrl-C does not end the program before the files are there.
-int ConsoleProgram::save_simulated(const std::vector<std::string>& files) {
-  const session::TakenContents taken = session::take_simulated_contents(session_);
+int ConsoleProgram::save_simulated(store::Family family, const std::vector<std::string>& files) {
+  const session::TakenContents taken = session::take_simulated_contents(session_, family);
   OutputOptions options = session_.text_options();
   options.kinds_given = true;  // there is nobody to choose them
   bool all_saved = true;

@@ -30,6 +30,7 @@ class ConsoleProgram {
   static const Command* find_command(const std::string& name);
 
   [[nodiscard]] bool take_settings(const Arguments& arguments);
+  [[nodiscard]] bool take_lowrance_options(const Arguments& arguments);
   int wrong_usage(const std::string& why);
   int no_answer();
   int fail(const std::string& why);
@@ -48,11 +49,14 @@ class ConsoleProgram {
   int parse(const Arguments& arguments);
   int distance(const Arguments& arguments);
   int ports(const Arguments& arguments);
+  int find(const Arguments& arguments);
   int save_config(const Arguments& arguments);
   int simulate(const Arguments& arguments);
-  int save_simulated(const std::vector<std::string>& files);
+  int save_simulated(store::Family family, const std::vector<std::string>& files);
 
   bool run_word(const std::string& word, const Arguments& arguments);
+  [[nodiscard]] bool can_transfer(const std::string& direction, const std::vector<std::string>& kinds);
+  [[nodiscard]] std::vector<std::string> kinds_to_upload();
   bool read_files(const std::vector<std::string>& files);
   bool write_outputs(const Arguments& arguments);
   [[nodiscard]] bool read_positions(const std::vector<std::string>& words, std::vector<geodesy::Position>& positions);

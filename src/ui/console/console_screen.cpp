@@ -29,7 +29,8 @@ std::string on_one_line(std::string_view text) {
 // Lines 1 and 2 carry errors, but also these.
 bool is_good_news(std::string_view text) {
   return text.starts_with("reading: ") || text.starts_with("Internal datums saved to: ") ||
-         (text.starts_with("File ") && text.ends_with(" saved"));
+         (text.starts_with("File ") && text.ends_with(" saved")) || text.ends_with(" download completed") ||
+         text == "Download(s) Finished";
 }
 
 }  // namespace
