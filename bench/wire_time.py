@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Downloads waypoints from the simulated receiver at 9600 bits per second, uploads them to it, and compares the times
-with the wire's.
+"""Downloads waypoints from the simulated receiver of a family (Garmin at 9600 bits per second, Lowrance/Eagle at 19200),
+uploads them to it, and compares the times with the wire's.
 
-Usage: bench/wire_time.py PELORIX_CLI [NUMBER_OF_WAYPOINTS]"""
+Usage: bench/wire_time.py PELORIX_CLI [NUMBER_OF_WAYPOINTS [garmin|lowrance]]"""
 import os
 import re
 import resource

@@ -19,7 +19,8 @@ struct OziSymbol {
 // LEI15, the start value of IconSelector, only with a Lowrance one or where its setting is on.
 [[nodiscard]] OziSymbol ozi_symbol(const store::ItemRecord& item, const store::Settings& settings);
 
-// The reverse: sets symbol and symbol_mode. No number, or one that the set does not have, gives the set's default symbol.
+// The reverse: sets symbol and symbol_mode. No number, or one that the set does not have, gives the set's default
+// symbol.
 void set_ozi_symbol(store::ItemRecord& item, std::optional<long long> number, const store::Settings& settings);
 
 }  // namespace formats

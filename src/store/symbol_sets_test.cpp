@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "store/symbols.h"
 
 namespace store {
