@@ -36,33 +36,45 @@ def wire_bytes(log):
     return sent + received + count()
 
 
+def lowrance_wire_bytes(log):
+    """All bytes of the debug log: nothing is stuffed."""
+    lines = [line.rstrip("\n") for line in open(log, encoding="latin-1") if re.match(r" [0-9a-f]{2}", line)]
+    return sum(len(range(0, len(line) - 2, 5)) for line in lines)
+
+
 def processor_seconds():
     usage = resource.getrusage(resource.RUSAGE_CHILDREN)
     return usage.ru_utime + usage.ru_stime
 
 
-def measure(cli, what, port, number, command):
+FAMILIES = {"garmin": (9600, wire_bytes), "lowrance": (19200, lowrance_wire_bytes)}
+
+
+def measure(cli, what, family, port, number, command):
+    speed, bytes_of = FAMILIES[family]
     busy, start = processor_seconds(), time.monotonic()
-    subprocess.run([cli, "--quiet", "--port", port, "--debug-log", "log", *command], check=True)
+    subprocess.run([cli, "--quiet", "--family", family, "--port", port, "--speed", str(speed), "--debug-log", "log",
+                    *command], check=True)
     took, busy = time.monotonic() - start, processor_seconds() - busy
-    wire = wire_bytes("log") / 960
-    print(f"{what} of {number} waypoints: {took:.2f} s, wire time {wire:.2f} s, ratio {took / wire:.4f}, "
+    wire = bytes_of("log") / (speed / 10)
+    print(f"{what} of {number} waypoints at {speed}: {took:.2f} s, wire time {wire:.2f} s, ratio {took / wire:.4f}, "
           f"processor {100 * busy / took:.2f} % of one core")
 
 
 def main():
     cli, number = os.path.abspath(sys.argv[1]), int(sys.argv[2]) if len(sys.argv) > 2 else 500
+    family = sys.argv[3] if len(sys.argv) > 3 else "garmin"
     with tempfile.TemporaryDirectory() as folder:
         os.chdir(folder)
         with open("load.txt", "w", encoding="latin-1") as file:
             file.write(HEADER)
             for i in range(number):
                 file.write(LINE.format(f"WP{i:04}", 45 + i * 0.0137, 7 + i * 0.0071, f"COMMENT {i}"))
-        simulator = subprocess.Popen([cli, "simulate", "garmin", "--load", "load.txt", "--baud", "9600"],
+        simulator = subprocess.Popen([cli, "simulate", family, "--load", "load.txt", "--baud", str(FAMILIES[family][0])],
                                      stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         port = simulator.stdout.readline().strip()
-        measure(cli, "download", port, number, ["download", "waypoints", "-o", "out.txt"])
-        measure(cli, "upload", port, number, ["upload", "out.txt", "--kinds", "waypoints"])
+        measure(cli, "download", family, port, number, ["download", "waypoints", "-o", "out.txt"])
+        measure(cli, "upload", family, port, number, ["upload", "out.txt", "--kinds", "waypoints"])
         simulator.send_signal(signal.SIGINT)
         simulator.wait()
 

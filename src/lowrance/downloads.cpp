@@ -22,6 +22,9 @@ constexpr std::string_view kAbortTrails = "Operator Abort in Plot Trail download
 constexpr std::string_view kAbortRoutes = "Operator Abort in GetLowrRts";
 constexpr std::string_view kAbortRoute = "Operator Abort in DoLowrRoute";
 
+// An inactive slot that keeps what was in it will still do for a route.
+bool is_empty_slot(const WaypointRecord& waypoint) { return waypoint.status == 0 && waypoint.name.empty(); }
+
 }  // namespace
 
 bool LowranceDownloads::download(int command_id) {
@@ -29,6 +32,7 @@ bool LowranceDownloads::download(int command_id) {
   if (!kinds) return false;
   remarks_ = {};
   all_came_ = true;
+  moved_routes_ = dropped_ = 0;
   next_line_ = 1;
   const Conversation conversation(connection_);
   if (!conversation.is_open()) return false;
@@ -73,7 +77,10 @@ void LowranceDownloads::tell_at_the_end() {
   const int damaged = connection_.link.damaged_answers();
   remarks_.add(damaged, "answers had a wrong checksum and were taken as they came");
   if (connection_.link.given_up()) remarks_.add("the download broke off: what has arrived is kept");
-  if (!remarks_.text().empty()) front_end().write_line(kRemarkLine, remarks_.text());
+  base::Remarks all = remarks_;
+  all.add(moved_routes_, "routes have got another number, as theirs was taken or is above 99");
+  all.add(dropped_, "waypoints were dropped as duplicates, as the settings say");
+  if (!all.text().empty()) front_end().write_line(kRemarkLine, all.text());
 }
 
 void LowranceDownloads::complete(std::string_view text) { front_end().write_line(next_line_++, text); }
@@ -86,7 +93,7 @@ void LowranceDownloads::remark(const Counts& counts, std::string_view items) {
   const std::string of_items = std::string(items) + ' ';
   remarks_.add(counts.missing, of_items + "did not come");
   remarks_.add(counts.damaged, of_items + "came damaged");
-  remarks_.add(counts.refused, of_items + "found no room in the store");
+  remarks_.add(counts.empty_slots, of_items + "name empty slots and were left out");
   remarks_.add(counts.strange_symbols, of_items + "have a symbol outside the unit's set and got the dot");
 }
 
@@ -146,15 +153,20 @@ void LowranceDownloads::GetLowrWpts(bool asked_for) {
   front_end().set_progress_range(std::max(stop - start, 0));
   Counts counts;
   int active = 0;
+  const int before = items_.waypoint_count();
   for (int number = start - 1; number < stop && !connection_.must_end(kAbortWaypoints); ++number) {
     const auto waypoint = fetch<WaypointRecord>(Command::GetWaypoint, number, "GetLowrWPT", read_waypoint, counts);
     if (waypoint && waypoint->status != 0 && take_waypoint(*waypoint, counts)) {
+      if (items_.push_waypoint(0) != 0) {
+        remarks_.add(format_text("the store has no room for the waypoints from %d on", number + 1));
+        break;
+      }
       ++active;
-      if (items_.push_waypoint(0) != 0) ++counts.refused;
     }
     front_end().write_progress(4, format_text("W%04d of %04d Active:%04d", number + 1, stop, active));
     front_end().step_progress();
   }
+  dropped_ = active - (items_.waypoint_count() - before);
   remark(counts, "waypoints");
   if (!is_stopped()) complete("Waypoint download completed");
 }
@@ -174,7 +186,10 @@ void LowranceDownloads::GetLowrIcons(bool asked_for) {
   Counts counts;
   for (int number = 0; number < count && !connection_.must_end(kAbortEvents); ++number) {
     const auto icon = fetch<IconRecord>(Command::GetIcon, number, "GetLowrIcons", read_icon, counts);
-    if (icon && take_place(icon->place, icon->symbol, counts) && items_.push_event() != 0) ++counts.refused;
+    if (icon && take_place(icon->place, icon->symbol, counts) && items_.push_event() != 0) {
+      remarks_.add(format_text("the store has no room for the events from %d on", number + 1));
+      break;
+    }
     front_end().write_progress(4, format_text("I%05d", number + 1));
     front_end().step_progress();
   }
@@ -240,8 +255,9 @@ bool LowranceDownloads::DoLowrRoute(const RouteRecord& route, Counts& points) {
   }
   // Every slot answers; one without points and name is empty.
   if (route.count == 0 && route.name.empty()) return true;
-  items_.start_route(items_.free_route(route.number), format_text("%02d", number),
-                     format_text("R  %02d %s", number, route.name.c_str()));
+  const std::uint32_t row = items_.free_route(route.number);
+  if (row != route.number) ++moved_routes_;
+  items_.start_route(row, format_text("%02d", number), format_text("R  %02d %s", number, route.name.c_str()));
   if (items_.push_route(true) != 0) {
     remarks_.add(format_text("the store has no room for route %d and those behind it", number));
     return false;
@@ -253,7 +269,8 @@ bool LowranceDownloads::DoLowrRoute(const RouteRecord& route, Counts& points) {
     front_end().write_progress(4, format_text("R%05d of %d  W%05d of %5d", number, slots, i + 1, count));
     const auto point = fetch<WaypointRecord>(Command::GetWaypoint, route.waypoints[static_cast<std::size_t>(i)],
                                              "GetLowrWaypoint,GetLowrRoute", read_waypoint, points);
-    if (!point || !take_waypoint(*point, points)) continue;
+    if (point && is_empty_slot(*point)) ++points.empty_slots;
+    if (!point || is_empty_slot(*point) || !take_waypoint(*point, points)) continue;
     if (items_.push_route(true) != 0) {
       remarks_.add(format_text("route %d ends at point %d: the store takes no more", number, i));
       break;

@@ -32,7 +32,7 @@ class LowranceDownloads {
   struct Counts {
     int missing = 0;  // never answered, or with the answer to another question
     int damaged = 0;
-    int refused = 0;  // by the store
+    int empty_slots = 0;
     int strange_symbols = 0;
   };
 
@@ -70,6 +70,8 @@ class LowranceDownloads {
   // Of the running download.
   base::Remarks remarks_;  // said at the end; none when all went well
   bool all_came_ = true;
+  int moved_routes_ = 0;
+  int dropped_ = 0;    // waypoints
   int next_line_ = 1;  // for the next completion
 };
 

@@ -39,6 +39,10 @@ double y_to_latitude(std::int32_t y) {
 
 double x_to_longitude(std::int32_t x) { return x * kPerRadius * kDegreesPerRadian; }
 
+bool is_on_grid(const geodesy::Position& position) {
+  return std::abs(position.latitude) <= 89.99 && std::abs(position.longitude) <= 180;
+}
+
 GridPoint to_grid(const geodesy::Position& position) {
   return {latitude_to_y(position.latitude), longitude_to_x(position.longitude)};
 }

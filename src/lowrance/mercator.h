@@ -22,6 +22,8 @@ struct GridPoint {
 [[nodiscard]] double y_to_latitude(std::int32_t y);
 [[nodiscard]] double x_to_longitude(std::int32_t x);
 
+// False at the poles, which are infinitely far away here, and where no place is.
+[[nodiscard]] bool is_on_grid(const geodesy::Position& position);
 [[nodiscard]] GridPoint to_grid(const geodesy::Position& position);
 // Nothing for an x beyond the 180th meridian, where no place is.
 [[nodiscard]] std::optional<geodesy::Position> from_grid(const GridPoint& point);

@@ -48,6 +48,24 @@ std::optional<TrailArea> ask_trail_area(const Connection& connection, int trail)
   return answer ? read_trail_area(*answer) : std::nullopt;
 }
 
+// The points that are sent of each track; a track without such is not there.
+std::vector<std::vector<GridPoint>> tracks_of(const store::ItemStore& items, int& off_grid) {
+  std::vector<std::vector<GridPoint>> tracks;
+  bool starts = true;
+  for (int i = 1; i <= items.track_point_count(); ++i) {
+    const store::ItemRecord point = items.track_point(i);
+    starts = starts || point.segment_flag != store::kContinues;
+    if (point.in_use == 0 || point.selected == 0) continue;
+    if (!is_on_grid(point.position)) {
+      ++off_grid;
+      continue;
+    }
+    if (std::exchange(starts, false)) tracks.emplace_back();
+    tracks.back().push_back(to_grid(point.position));
+  }
+  return tracks;
+}
+
 }  // namespace
 
 bool TrailDownload::Reception::append(const std::optional<geodesy::Position>& place) {
@@ -94,20 +112,20 @@ TrailDownload::Reception TrailDownload::receive_deltas(const TrailOrigin& origin
   Walk walk(origin.place);
   if (!reception.append(walk.place())) return reception;
   connection_.front_end.set_progress_range(origin.deltas / kMostDeltas);
+  int left = origin.deltas;
   // Deliberate : the rest behind the full blocks is asked for even when it is 0.
-  for (int left = origin.deltas; left >= 0; left -= kMostDeltas) {
+  for (int wanted = kMostDeltas; left > 0 || wanted == kMostDeltas;) {
     if (connection_.must_end(kDownloadAbort)) break;
-    const int wanted = std::min(left, kMostDeltas);
+    wanted = std::min(left, kMostDeltas);
     const int repetitions = connection_.link.repetitions();
     const std::optional<DeltaBlock> block = ask_deltas(origin.trail, wanted);
-    // To a repeated request the next block may have come.
-    if (!block || (wanted > 0 && connection_.link.repetitions() != repetitions)) break;
-    if (block->deltas.size() != static_cast<std::size_t>(wanted)) {
-      reception.points.resize(1);  // one got lost unnoticed, and nobody knows which
-      break;
-    }
+    if (wanted == 0) break;
+    // To a repeated request the next block may have come. Fewer deltas than asked for are no fault.
+    if (!block || block->deltas.empty() || connection_.link.repetitions() != repetitions) break;
+    if (block->deltas.size() > static_cast<std::size_t>(wanted)) break;
     for (const Delta& delta : block->deltas)
       if (!reception.append(walk.step(delta))) return reception;
+    left -= static_cast<int>(block->deltas.size());
     connection_.front_end.write_progress(4, format_text("T%05d", static_cast<int>(reception.points.size())));
     connection_.front_end.step_progress();
   }
@@ -175,29 +193,19 @@ bool TrailDownload::remark(const std::string& text) {
   return false;
 }
 
-int TrailUpload::selected_tracks() const { return static_cast<int>(tracks().size()); }
-
-// Their points that are sent; a track without such is not there.
-std::vector<std::vector<GridPoint>> TrailUpload::tracks() const {
-  std::vector<std::vector<GridPoint>> tracks;
-  bool starts = true;
-  for (int i = 1; i <= items_.track_point_count(); ++i) {
-    const store::ItemRecord point = items_.track_point(i);
-    starts = starts || point.segment_flag != store::kContinues;
-    if (point.in_use == 0 || point.selected == 0) continue;
-    if (std::exchange(starts, false)) tracks.emplace_back();
-    tracks.back().push_back(to_grid(point.position));
-  }
-  return tracks;
+TrailUpload::TrailUpload(const Connection& connection, const store::ItemStore& items, base::Remarks& remarks)
+    : connection_(connection), remarks_(remarks) {
+  int off_grid = 0;
+  tracks_ = tracks_of(items, off_grid);
+  remarks_.add(off_grid, "track points are where the unit has no places and were not sent");
 }
 
 bool TrailUpload::upload(int trail, int track) {
-  const std::vector<std::vector<GridPoint>> all = tracks();
-  if (track < 1 || track > static_cast<int>(all.size())) {
+  if (track < 1 || track > selected_tracks()) {
     connection_.front_end.write_line(8, format_text("Active track %d does not exist!", track));
     return true;
   }
-  const std::vector<GridPoint>& points = all[static_cast<std::size_t>(track) - 1];
+  const std::vector<GridPoint>& points = tracks_[static_cast<std::size_t>(track) - 1];
   if (points.size() < 2) return remark(format_text("plot trail %d has fewer than 2 points and was not sent", trail));
   unanswered_ = 0;
   const bool is_complete =

@@ -56,18 +56,16 @@ class TrailDownload {
 
 class TrailUpload {
  public:
-  // All must outlive the upload.
-  TrailUpload(const Connection& connection, const store::ItemStore& items, base::Remarks& remarks)
-      : connection_(connection), items_(items), remarks_(remarks) {}
+  // Remarks and connection must outlive the upload.
+  TrailUpload(const Connection& connection, const store::ItemStore& items, base::Remarks& remarks);
 
   // Sends track `track` of those that are selected, counted from 1, as trail `trail`. True when all of it was taken;
   // what is missing is added to the remarks.
   [[nodiscard]] bool upload(int trail, int track);
   // Tracks of which something is selected.
-  [[nodiscard]] int selected_tracks() const;
+  [[nodiscard]] int selected_tracks() const { return static_cast<int>(tracks_.size()); }
 
  private:
-  [[nodiscard]] std::vector<std::vector<GridPoint>> tracks() const;
   std::vector<Delta> steps_along(int trail, std::span<const GridPoint> points, std::size_t room);
   bool send_by_commands(int trail, std::span<const GridPoint> points);
   bool send_deltas(const TrailOrigin& origin, std::span<const Delta> deltas, bool ends_in_doubt);
@@ -82,8 +80,8 @@ class TrailUpload {
   bool remark(const std::string& text);  // for whoever returns it
 
   Connection connection_;
-  const store::ItemStore& items_;
   base::Remarks& remarks_;
+  std::vector<std::vector<GridPoint>> tracks_;  // the points that are sent of each
 
   // Of the running upload.
   int unanswered_ = 0;        // messages

@@ -35,12 +35,14 @@ std::string unit_route_name(std::string_view name) {
 }
 
 RouteUpload::RouteUpload(const Connection& connection, const store::ItemStore& items, base::Remarks& remarks,
-                         base::Remarks& notes)
+                         base::Remarks& notes, const std::set<int>& not_sent)
     : connection_(connection), items_(items), remarks_(remarks), notes_(notes) {
   int place = 0;
   for (int i = 1; i <= items.waypoint_count(); ++i) {
     const store::ItemRecord waypoint = items.waypoint(i);
-    if (waypoint.in_use != 0) places_.try_emplace(waypoint.number, ++place);
+    if (waypoint.in_use == 0) continue;
+    places_.try_emplace(waypoint.number, ++place);
+    if (not_sent.contains(i)) not_sent_.insert(waypoint.number);
   }
 }
 
@@ -105,7 +107,12 @@ std::optional<std::vector<std::uint16_t>> RouteUpload::waypoint_numbers(int row,
       ++lacking_;
       return std::nullopt;
     }
+    if (not_sent_.contains(point.number)) {
+      ++incomplete_;
+      return std::nullopt;
+    }
     if (place == kNoPlace) ++points_without_waypoint_;
+    if (number >= connection_.unit().NumOfWaypoints) ++points_beyond_;
     numbers.push_back(static_cast<std::uint16_t>(number));
   }
   return numbers;
@@ -114,10 +121,12 @@ std::optional<std::vector<std::uint16_t>> RouteUpload::waypoint_numbers(int row,
 void RouteUpload::remark_left_out() {
   remarks_.add(silences_, "routes were not answered");
   notes_.add(cut_names_, "route names were cut to 13 letters");
-  remarks_.add(without_slot_, "routes have no slot in this unit");
+  remarks_.add(without_slot_, "routes have a number above those of this unit and were not sent");
   remarks_.add(too_long_, "routes have more points than this unit takes and were not sent");
   remarks_.add(empty_, "routes without points were not sent");
   remarks_.add(lacking_, "routes with a missing waypoint were not sent");
+  remarks_.add(incomplete_, "routes with a waypoint that could not be sent were not sent");
+  remarks_.add(points_beyond_, "route points name slots behind the last of this unit");
   remarks_.add(points_without_waypoint_, "route points are no waypoint of the store and were sent with a wrong one");
   const int all = static_cast<int>(places_.size());
   const int selected = items_.selected_count('W');

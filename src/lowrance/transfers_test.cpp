@@ -422,7 +422,7 @@ TEST_F(Uploads, RoutesNameTheSlotsOfTheirWaypoints) {
   EXPECT_EQ(routes[1], harbour);
   EXPECT_EQ(front_end.lines[3], "Sending Lowrance Routes");
   EXPECT_EQ(front_end.lines[4], "Route upload completed");
-  EXPECT_EQ(front_end.lines[9], "1 routes have no slot in this unit");
+  EXPECT_EQ(front_end.lines[9], "1 routes have a number above those of this unit and were not sent");
 
   settings.SA_LwrRteStartPt = 11;
   unit.NumOfWaypoints = 100;

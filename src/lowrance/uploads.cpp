@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <tuple>
 
 #include "base/text.h"
 #include "lowrance/plot_trails.h"
@@ -26,11 +28,6 @@ constexpr std::string_view kAbortEvents = "Operator Abort in SendLowrIcons";
 
 // Slots as the user counts them, from 1.
 int valid_start(int setting) { return std::clamp(setting, 1, kMostSlots); }
-
-// The poles are infinitely far away on the unit's grid.
-bool is_on_grid(const geodesy::Position& position) {
-  return std::abs(position.latitude) <= 89.99 && std::abs(position.longitude) <= 180;
-}
 
 std::string_view plural_of(const TransferKinds& kinds) {
   if (kinds.is_all()) return "waypoints, routes, tracks or events";
@@ -67,7 +64,7 @@ bool LowranceUploads::upload(int command_id) {
 bool LowranceUploads::run(const TransferKinds& kinds) {
   // Routes name their waypoints by slots, so these go first.
   if ((kinds.waypoints || kinds.routes) && items_.waypoint_count() > 0) {
-    send_waypoints();
+    send_waypoints(kinds.routes && items_.route_count() > 0);
     anything_tried_ = kinds.waypoints && !waypoints_.empty();
     if (!goes_on_after_kind(kAbortWaypoints)) return false;
   }
@@ -101,7 +98,7 @@ void LowranceUploads::tell_at_the_end(const TransferKinds& kinds) {
   const int damaged = connection_.link.damaged_answers();
   remarks_.add(damaged, "answers had a wrong checksum and were taken as they came");
   if (connection_.link.given_up()) remarks_.add("the upload broke off: the unit keeps what it answered");
-  notes_.add(changed_symbols_, "symbols are not in this unit's set and were replaced by near ones");
+  notes_.add(changed_symbols_, "symbols are not in this unit's set and became others or the dot");
   if (!remarks_.text().empty()) front_end().write_line(kRemarkLine, remarks_.text());
   if (!notes_.text().empty()) front_end().write_line(kNoteLine, notes_.text());
 }
@@ -119,22 +116,27 @@ std::uint8_t LowranceUploads::symbol_of(const store::ItemRecord& item) {
   return store::lowrance_symbol(code, symbols);
 }
 
-void LowranceUploads::send_waypoints() {
+void LowranceUploads::send_waypoints(bool routes_follow) {
   front_end().set_status(1, "Sending LEI Waypoints");
   front_end().write_line(kFirstCompletionLine, "Sending Lowrance Waypoints");
   prepare_waypoints();
-  SendLowrWaypoints(valid_start(settings_.SA_LwrStartPt));
+  const int start = valid_start(settings_.SA_LwrStartPt);
+  SendLowrWaypoints(start);
+  // Whatever is to be emptied is so behind the last waypoint that is sent at all.
+  if (!routes_follow || start == valid_start(settings_.SA_LwrRteStartPt)) send_inactives(start);
   if (!is_stopped()) complete("Waypoint upload completed");
 }
 
 void LowranceUploads::prepare_waypoints() {
   waypoints_.clear();
   const std::int64_t offset = offset_();
-  int cut_names = 0, no_place = 0;
+  int cut_names = 0, no_place = 0, copies = 0;
+  std::set<std::tuple<std::string, double, double>> different;
   for (int i = 1; i <= items_.waypoint_count(); ++i) {
     const store::ItemRecord item = items_.waypoint(i);
     if (item.in_use == 0 || item.selected == 0) continue;
     waypoints_.push_back({i, std::nullopt});
+    if (!different.emplace(item.ident, item.position.latitude, item.position.longitude).second) ++copies;
     if (is_on_grid(item.position)) {
       waypoints_.back().record = WaypointRecord{0,
                                                 kActive,
@@ -148,6 +150,7 @@ void LowranceUploads::prepare_waypoints() {
     }
   }
   notes_.add(cut_names, "names were cut to 13 letters");
+  notes_.add(copies, "waypoints are exact copies of others and take slots of their own");
   remarks_.add(no_place, "waypoints are where the unit has no places and were not sent");
 }
 
@@ -158,20 +161,17 @@ void LowranceUploads::SendLowrWaypoints(int start) {
   front_end().set_progress_range(most);
   int silences = 0;
   int slot = start - 2;
-  std::optional<WaypointRecord> last;
   for (const SelectedWaypoint& waypoint : waypoints_) {
     // Each has its slot, sent or not: routes count on that.
     if (++slot >= kMostSlots || connection_.must_end(kAbortWaypoints)) break;
     front_end().write_progress(4, format_text("W%05d of %d", waypoint.index, most));
     front_end().step_progress();
     if (!waypoint.record) continue;
-    last = waypoint.record;
-    last->number = static_cast<std::uint16_t>(slot);
-    if (is_silent(Command::SendWaypoint, write_waypoint(*last), "SendLowrWPT")) ++silences;
+    WaypointRecord record = *waypoint.record;
+    record.number = static_cast<std::uint16_t>(slot);
+    if (is_silent(Command::SendWaypoint, write_waypoint(record), "SendLowrWPT")) ++silences;
   }
   remarks_.add(silences, "waypoints were not answered");
-  // Deliberate : the first slot behind the waypoints is left as it is.
-  if (settings_.SA_SendLowrInactives != 0 && last && !is_stopped()) send_inactives(slot + 2, *last);
 }
 
 // Says what the unit has no room for. Advice only: it is sent all the same. Returns how many waypoints to announce.
@@ -195,11 +195,18 @@ int LowranceUploads::limit_waypoints(int start) {
   return most;
 }
 
-void LowranceUploads::send_inactives(int first_slot, WaypointRecord record) {
+// Where the setting wants it, behind the waypoints that start at that slot, from 1.
+void LowranceUploads::send_inactives(int start) {
+  const auto last = std::ranges::find_if(waypoints_.rbegin(), waypoints_.rend(),
+                                         [](const SelectedWaypoint& waypoint) { return waypoint.record.has_value(); });
+  if (settings_.SA_SendLowrInactives == 0 || last == waypoints_.rend() || is_stopped()) return;
+  // Deliberate : the first slot behind the waypoints is left as it is.
+  const int first_slot = start + static_cast<int>(waypoints_.size());
   const int slots = connection_.unit().NumOfWaypoints;
   front_end().write_line(kFirstCompletionLine, "Sending Inactives");
   front_end().write_progress(4, format_text("IA%04d", first_slot));
   front_end().set_status(1, "Sending Inactives");
+  WaypointRecord record = *last->record;
   record.status = kEmptySlot;
   record.symbol = 0;
   int silences = 0;
@@ -213,16 +220,23 @@ void LowranceUploads::send_inactives(int first_slot, WaypointRecord record) {
 
 void LowranceUploads::send_routes() {
   const int start = valid_start(settings_.SA_LwrRteStartPt);
-  if (start != valid_start(settings_.SA_LwrStartPt) && !waypoints_.empty()) {
+  const int waypoint_start = valid_start(settings_.SA_LwrStartPt);
+  if (start != waypoint_start && !waypoints_.empty()) {
     front_end().set_status(1, "Sending LEI Route WPTS");
     front_end().write_line(kFirstCompletionLine, "Sending Lowrance Route Waypoints");
     SendLowrWaypoints(start);
+    send_inactives(std::max(start, waypoint_start));
     if (is_stopped()) return;
+    notes_.add(format_text("waypoints were sent twice, from slot %d and, for the routes, from slot %d on",
+                           waypoint_start, start));
   }
   front_end().set_status(1, "Sending Lowrance Routes");
   front_end().write_line(kFirstCompletionLine, "Sending Lowrance Routes");
   if (items_.selected_count('R') > 0) anything_tried_ = true;
-  RouteUpload(connection_, items_, remarks_, notes_).SendLowrRoutes(start);
+  std::set<int> not_sent;
+  for (const SelectedWaypoint& waypoint : waypoints_)
+    if (!waypoint.record) not_sent.insert(waypoint.index);
+  RouteUpload(connection_, items_, remarks_, notes_, not_sent).SendLowrRoutes(start);
   if (!is_stopped()) complete("Route upload completed");
 }
 

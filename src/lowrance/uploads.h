@@ -41,11 +41,11 @@ class LowranceUploads {
   bool run(const TransferKinds& kinds);
   bool goes_on_after_kind(std::string_view abort_text);
 
-  void send_waypoints();
+  void send_waypoints(bool routes_follow);
   void prepare_waypoints();
   void SendLowrWaypoints(int start);
   int limit_waypoints(int start);
-  void send_inactives(int first_slot, WaypointRecord record);
+  void send_inactives(int start);
   void send_routes();
   void send_trails(int trail);
   void send_events();

@@ -136,7 +136,8 @@ void add_receiver_commands(CLI::App& app, Arguments& arguments) {
   add_files(upload, arguments);
   add_kinds(upload, arguments, "upload only these kinds, separated by commas");
   add_start(upload, "--start", arguments.start, "first waypoint slot of a Lowrance/Eagle unit to upload to");
-  add_start(upload, "--route-start", arguments.route_start, "the same for the waypoints of routes");
+  add_start(upload, "--route-start", arguments.route_start,
+            "the same for the waypoints of routes; that of --start where it is not given");
   upload->add_flag("--inactives", arguments.inactives, "empty the waypoint slots of a Lowrance/Eagle unit behind them");
   CLI::App* screen = add_command(app, arguments, "screen", "download the receiver's screen to .bmp or .png files");
   add_outputs(screen, arguments);

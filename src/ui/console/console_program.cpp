@@ -170,7 +170,9 @@ bool ConsoleProgram::take_lowrance_options(const Arguments& arguments) {
     settings.SA_LwrRangeLo = arguments.range->low;
     settings.SA_LwrRangeHi = arguments.range->high;
   }
-  if (arguments.start) settings.SA_LwrStartPt = *arguments.start;
+  // Routes name the waypoints where these are, unless somebody wants them elsewhere; slots before them stay as they
+  // are.
+  if (arguments.start) settings.SA_LwrStartPt = settings.SA_LwrRteStartPt = *arguments.start;
   if (arguments.route_start) settings.SA_LwrRteStartPt = *arguments.route_start;
   if (arguments.inactives) settings.SA_SendLowrInactives = 1;
   return true;
