@@ -3,13 +3,13 @@
 namespace lowrance {
 
 bool Connection::must_end(std::string_view abort_text) const {
-  if (port.EscPressed()) {
+  const bool is_pressed = port.EscPressed();
+  if (is_pressed || link.given_up()) front_end.set_progress_range(0);
+  if (is_pressed) {
     front_end.write_line(4, abort_text);
     flags.UserAbort = true;
   }
-  const bool ends = flags.UserAbort || link.given_up();
-  if (ends) front_end.set_progress_range(0);
-  return ends;
+  return flags.UserAbort || link.given_up();
 }
 
 Conversation::Conversation(const Connection& connection) : connection_(connection) {
@@ -17,7 +17,6 @@ Conversation::Conversation(const Connection& connection) : connection_(connectio
   connection_.flags.ComTimedOut = false;
   connection_.link.begin_conversation();
   connection_.port.OpenGpsPort(serial::kLowranceFamily, &connection_.identification);
-  connection_.link.begin_conversation();
   opened_ = connection_.flags.PortOpen;
   if (opened_) {
     connection_.front_end.set_status(3, "ESC key to abort");

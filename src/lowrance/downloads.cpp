@@ -83,7 +83,10 @@ void LowranceDownloads::tell_at_the_end() {
   if (!all.text().empty()) front_end().write_line(kRemarkLine, all.text());
 }
 
-void LowranceDownloads::complete(std::string_view text) { front_end().write_line(next_line_++, text); }
+void LowranceDownloads::complete(std::string_view text) {
+  front_end().set_progress_range(0);
+  front_end().write_line(next_line_++, text);
+}
 
 void LowranceDownloads::lacks(bool asked_for, const std::string& remark) {
   if (asked_for) remarks_.add(remark);

@@ -3,6 +3,12 @@
 #include "base/text.h"
 
 namespace lowrance {
+namespace {
+
+constexpr int kDetailLine = 5;
+constexpr int kMostAttempts = 3;
+
+}  // namespace
 
 void UnitIdentification::probe() {
   if (flags_.LowranceIdentified) return;
@@ -19,8 +25,13 @@ void UnitIdentification::GetLowrIDLogin() {
 void UnitIdentification::GetLowrID() {
   link_.LowrTimeoutDivisor = 1;
   flags_.ComTimedOut = false;
-  link_.sendLowrMessage(Command::GetUnitInfo, {}, "GetLowrID");
-  link_.GetLowrMessage(true);
+  // All limits hang on this, so what came damaged is asked for again. What stays damaged is taken, and counted.
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    link_.begin_conversation();
+    link_.sendLowrMessage(Command::GetUnitInfo, {}, "GetLowrID");
+    link_.GetLowrMessage(true);
+    if (!link_.answer() || link_.damaged_answers() == 0) break;
+  }
   if (!link_.answer()) return;
   const std::optional<LowrUnitInfo> info = read_unit_info(*link_.answer());
   if (info) {
@@ -28,7 +39,7 @@ void UnitIdentification::GetLowrID() {
     flags_.LowranceIdentified = true;
   } else {
     // Nothing can be moved without knowing the unit's limits.
-    front_end_.write_line(1,
+    front_end_.write_line(kDetailLine,
                           base::format_text("The unit information has %d bytes instead of %d.",
                                             static_cast<int>(link_.answer()->size()), static_cast<int>(kUnitInfoSize)));
     flags_.ComTimedOut = true;

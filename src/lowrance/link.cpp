@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kPollInterval = 20ms;  // between two looks at ESC; a byte ends the wait at once
 constexpr std::chrono::seconds kBrokenOff = 3s;
-constexpr std::chrono::seconds kLateAnswers = 1s;
+constexpr auto kLateness = 500ms;
 constexpr int kMostTimeOuts = 10;
 constexpr int kMostStaleBytes = 4096;
 
@@ -31,6 +31,7 @@ void LowranceLink::sendLowrMessage(Command command, std::span<const std::uint8_t
   command_ = command;
   data_.assign(data.begin(), data.end());
   // The answer to an earlier request would be taken for the answer to this one.
+  unread_.clear();
   for (int i = 0; i < kMostStaleBytes && port_.AsyncInStat(); ++i) port_.AsyncIn();
   send(label);
 }
@@ -51,12 +52,12 @@ void LowranceLink::GetLowrMessage(bool report) {
   flags_.ComTimedOut = stopped_ = false;
   const int limit = 3 / LowrTimeoutDivisor;
   deadline_ = clock_.monotonic() + 3s * limit * limit;
-  bool was_sent_again = false;
+  int repetitions = 0;
   for (int expiries = 0;;) {
     switch (receive(expiries)) {
       case Event::Answer:
         time_outs_in_a_row_ = 0;
-        if (was_sent_again) drop_late_answers();
+        drop_late_answers(repetitions);
         return;
       case Event::TooLong:
         return time_out(report);
@@ -65,7 +66,7 @@ void LowranceLink::GetLowrMessage(bool report) {
         return;
       case Event::Silence:
         if (++expiries >= limit || clock_.monotonic() >= deadline_) return time_out(report);
-        was_sent_again = true;
+        ++repetitions;
         ++repetitions_;
         send("Re-send");
     }
@@ -79,16 +80,28 @@ LowranceLink::Event LowranceLink::receive(int& expiries) {
   for (Time last_sign_of_life = clock_.monotonic();;) {
     const std::optional<std::uint8_t> byte = next_byte(last_sign_of_life + silence);
     if (!byte) return stopped_ ? Event::Stopped : Event::Silence;
-    expiries = 0;
     const bool starts = previous == kStart1 && *byte == kStart2;
     previous = *byte;
-    if (starts) {
-      const Message message = take_message();
-      if (message == Message::Answer) return Event::Answer;
-      if (message == Message::TooLong) return Event::TooLong;
-      if (message == Message::BrokenOff) return stopped_ ? Event::Stopped : Event::Silence;
+    Message message = Message::Garbage;
+    if (starts) message = take_message();
+    switch (message) {
+      case Message::Answer:
+        return Event::Answer;
+      case Message::TooLong:
+        return Event::TooLong;
+      case Message::BrokenOff:
+        return stopped_ ? Event::Stopped : Event::Silence;
+      case Message::NotOurs:
+        break;
+      case Message::Echo:
+        last_sign_of_life = clock_.monotonic();
+        break;
+      case Message::Garbage:
+        // What may be the start of a message shows only then what it is worth.
+        if (*byte == kStart1) break;
+        expiries = 0;
+        last_sign_of_life = clock_.monotonic();
     }
-    last_sign_of_life = clock_.monotonic();
   }
 }
 
@@ -98,7 +111,6 @@ LowranceLink::Message LowranceLink::take_message() {
   if (!rest) return Message::BrokenOff;
   const base::Bytes header = base::ByteWriter().u8(kStart1).u8(kStart2).bytes(*rest).result();
   const std::uint8_t sum = static_cast<std::uint8_t>(-checksum(header));
-  // Deliberate : the message is taken all the same.
   if (sum != 0) front_end_.write_line(1, base::format_text("Bad Lowrance Header: sum:%d  ", sum));
   base::ByteReader in(*rest);
   const std::uint16_t code = in.u16();
@@ -107,12 +119,16 @@ LowranceLink::Message LowranceLink::take_message() {
     debug_log_.block("Received (and skipped): Header\n", header);
     // The data come back too, and might look like the start of a message.
     if (length > 0 && length == data_.size() && !next_bytes(length + 1)) return Message::BrokenOff;
-    return Message::NotOurs;
+    return Message::Echo;
   }
   debug_log_.block("Received: Header\n", header);
   base::Bytes data;
   if (length > kLongestAnswer) {
-    if (sum != 0) return Message::BrokenOff;  // nobody knows how long it is
+    if (sum != 0) {
+      // This was no header; the true one may have begun within it.
+      unread_.assign(rest->begin(), rest->end());
+      return Message::Garbage;
+    }
     front_end_.write_line(1, base::format_text("Lowrance answer too long: %d bytes", static_cast<int>(length)));
     return Message::TooLong;
   }
@@ -123,8 +139,8 @@ LowranceLink::Message LowranceLink::take_message() {
     data = *block;
   }
   if (!LowrParse(code)) return Message::NotOurs;
-  // Deliberate : damaged data are taken all the same, but whoever asked can tell the user.
-  if (checksum(data) != 0) ++damaged_answers_;
+  // Deliberate : what is damaged is taken all the same, but whoever asked can tell the user.
+  if (sum != 0 || checksum(data) != 0) ++damaged_answers_;
   if (!data.empty()) data.pop_back();
   answer_ = std::move(data);
   return Message::Answer;
@@ -147,11 +163,16 @@ void LowranceLink::time_out(bool report) {
   if (++time_outs_in_a_row_ == kMostTimeOuts) front_end_.write_line(1, "Receiver does not answer");
 }
 
-// The unit may have been slow, and answer each repetition too.
-void LowranceLink::drop_late_answers() {
-  deadline_ = clock_.monotonic() + 3 * kLateAnswers;
-  while (next_byte(clock_.monotonic() + kLateAnswers)) {
+// A slow unit answers each repetition too, as long after it as it did after the request.
+void LowranceLink::drop_late_answers(int repetitions) {
+  const std::optional<base::Bytes> answer = answer_;
+  const int damaged_answers = damaged_answers_;
+  deadline_ = clock_.monotonic() + 3s * repetitions + kLateness;
+  int expiries = 0;
+  for (int i = 0; i < repetitions && receive(expiries) == Event::Answer; ++i) {
   }
+  answer_ = answer;
+  damaged_answers_ = damaged_answers;
 }
 
 // Nothing when none came until then, or before the deadline, and after ESC or with the port (stopped_).
@@ -163,6 +184,11 @@ std::optional<std::uint8_t> LowranceLink::next_byte(Time until) {
       stopped_ = stopped_ || port_.esc_waits();
     }
     if (stopped_ || now >= deadline_) return std::nullopt;
+    if (!unread_.empty()) {
+      const std::uint8_t byte = unread_.front();
+      unread_.pop_front();
+      return byte;
+    }
     if (port_.AsyncInStat()) {
       const int byte = port_.AsyncIn();
       if (byte < 1000) return static_cast<std::uint8_t>(byte);

@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
 #include <string>
@@ -48,7 +49,7 @@ class LowranceLink {
   void begin_conversation() { time_outs_in_a_row_ = damaged_answers_ = 0; }
   // After ten time-outs in a row, which is told on line 1, or when the port has vanished.
   [[nodiscard]] bool given_up() const;
-  // Answers of this conversation whose data did not fit their checksum. They were taken all the same.
+  // Answers of this conversation with a wrong checksum. They were taken all the same.
   [[nodiscard]] int damaged_answers() const { return damaged_answers_; }
   // Requests that were sent again after a silence, ever. The unit may have acted on both.
   [[nodiscard]] int repetitions() const { return repetitions_; }
@@ -56,14 +57,14 @@ class LowranceLink {
  private:
   using Time = std::chrono::microseconds;
   enum class Event { Answer, Silence, TooLong, Stopped };
-  enum class Message { Answer, NotOurs, BrokenOff, TooLong };
+  enum class Message { Answer, Echo, NotOurs, Garbage, BrokenOff, TooLong };
 
   void send(std::string_view label);
   Event receive(int& expiries);
   Message take_message();
   bool LowrParse(std::uint16_t code);
   void time_out(bool report);
-  void drop_late_answers();
+  void drop_late_answers(int repetitions);
   std::optional<std::uint8_t> next_byte(Time until);
   // Nothing when the message breaks off.
   std::optional<base::Bytes> next_bytes(std::size_t count);
@@ -76,7 +77,8 @@ class LowranceLink {
   Command command_ = Command::Login;  // the latest request, to be sent again after a silence
   base::Bytes data_;
   std::optional<base::Bytes> answer_;
-  Time deadline_{0};  // of the running receive: no unit that has something to say takes longer
+  std::deque<std::uint8_t> unread_;  // came already, to be looked at once more
+  Time deadline_{0};                 // of the running receive: no unit that has something to say takes longer
   Time next_esc_poll_{0};
   bool stopped_ = false;  // the running receive ended with ESC or with the port
   int time_outs_in_a_row_ = 0;

@@ -103,7 +103,10 @@ void LowranceUploads::tell_at_the_end(const TransferKinds& kinds) {
   if (!notes_.text().empty()) front_end().write_line(kNoteLine, notes_.text());
 }
 
-void LowranceUploads::complete(std::string_view text) { front_end().write_line(next_line_++, text); }
+void LowranceUploads::complete(std::string_view text) {
+  front_end().set_progress_range(0);
+  front_end().write_line(next_line_++, text);
+}
 
 bool LowranceUploads::is_silent(Command command, const base::Bytes& record, std::string_view label) {
   return !connection_.link.ask(command, record, label) && !connection_.port.esc_waits();

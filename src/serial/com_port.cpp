@@ -63,7 +63,7 @@ void ComPort::set_family(int family) {
 
 void ComPort::OpenGpsPort(int family, Receiver* receiver) {
   if (flags_.PortOpen) return;
-  esc_waits_ = false;
+  esc_waits_ = anything_heard_ = nmea_heard_ = false;
   set_family(family);
   const bool probes = receiver != nullptr && (family == kGarminFamily || family == kLowranceFamily);
   front_end_.set_status(3, "Opening COM Port");
@@ -78,7 +78,7 @@ void ComPort::OpenGpsPort(int family, Receiver* receiver) {
     if (!open_line()) return;
     if (flags_.GpsIdentified || !probes || !probe_fails(*receiver)) break;
     if (family == kGarminFamily) return give_up_garmin();
-    if (++failed_attempts == kMostLowranceAttempts) return give_up_lowrance();
+    if (lost_ || ++failed_attempts == kMostLowranceAttempts) return give_up_lowrance();
     AsyncStop();
     speed_bps_ = next_speed(speed_bps_);
     if (EscPressed()) {
@@ -103,6 +103,8 @@ bool ComPort::open_line() {
 }
 
 bool ComPort::probe_fails(Receiver& receiver) {
+  // A speed that the port does not have finds nobody, or somebody at another one.
+  if (!line_is_set_ && receiver.family() == kLowranceFamily) return true;
   flags_.ComTimedOut = false;  // that of an earlier transfer says nothing about this receiver
   receiver.probe();
   front_end_.set_status(3, " ");
@@ -111,20 +113,18 @@ bool ComPort::probe_fails(Receiver& receiver) {
 
 void ComPort::give_up_garmin() {
   flags_.UserAbort = true;
-  if (anything_heard_ && !lost_ && !nmea_.found()) listen_for_nmea();
+  if (anything_heard_ && !lost_ && !nmea_heard_) listen_for_nmea();
   AsyncStop();
   front_end_.message_box("COM Timeout", "Serial Port Timeout");
   if (!lost_) front_end_.write_line(3, silence_advice());
 }
 
 void ComPort::give_up_lowrance() {
-  front_end_.message_box("COM Error", "Cannot find default port speed.");
+  if (!lost_) front_end_.message_box("COM Error", "Cannot find default port speed.");
   speed_bps_ = kLowranceDefaultSpeed;
   AsyncStop();
   flags_.UserAbort = true;
-  if (lost_) return;
-  front_end_.write_line(
-      3, format_text("No answer on %s at any speed. Is the receiver on and connected?", port_name_.c_str()));
+  if (!lost_) front_end_.write_line(3, lowrance_advice());
 }
 
 void ComPort::listen_for_nmea() {
@@ -137,7 +137,7 @@ void ComPort::listen_for_nmea() {
 }
 
 int ComPort::AsyncInit(const std::string& port_name) {
-  lost_ = anything_heard_ = false;
+  lost_ = false;
   if (!device_ || device_name_ != port_name) {
     device_ = factory_(port_name);
     device_name_ = port_name;
@@ -158,7 +158,8 @@ void ComPort::AsyncSet(int speed_bps, std::uint8_t data_bits, std::uint8_t stop_
   nmea_ = {};
   device_->take_line_errors();
   const int error = device_->apply_settings({speed_bps, data_bits, stop_bits, parity});
-  if (error != 0) AsyncError("AsyncSet", error);
+  line_is_set_ = error == 0;
+  if (!line_is_set_) AsyncError("AsyncSet", error);
 }
 
 bool ComPort::AsyncStop() {
@@ -178,6 +179,7 @@ int ComPort::AsyncIn() {
   byte_ = *byte;
   anything_heard_ = true;
   nmea_.feed(byte_);
+  nmea_heard_ = nmea_heard_ || nmea_.found();
   return byte_;
 }
 
@@ -262,10 +264,17 @@ std::string ComPort::ports_text() const {
 
 std::string ComPort::silence_advice() const {
   const char* const port = port_name_.c_str();
-  if (nmea_.found()) return format_text("The receiver on %s talks NMEA: set its interface to GARMIN.", port);
+  if (nmea_heard_) return format_text("The receiver on %s talks NMEA: set its interface to GARMIN.", port);
   if (anything_heard_)
     return format_text("Bytes came on %s, but no complete answer. Is the receiver's interface set to GARMIN?", port);
   return format_text("No answer on %s. Is the receiver on, connected and set to GARMIN interface?", port);
+}
+
+std::string ComPort::lowrance_advice() const {
+  const char* const port = port_name_.c_str();
+  if (nmea_heard_) return format_text("The receiver on %s talks NMEA, but no Lowrance/Eagle unit answers.", port);
+  if (anything_heard_) return format_text("Bytes came on %s, but no complete answer at any speed.", port);
+  return format_text("No answer on %s at any speed. Is the receiver on and connected?", port);
 }
 
 }  // namespace serial

@@ -73,9 +73,9 @@ class ComPort {
   void wait_for_input(std::chrono::milliseconds longest);
   // True when the port vanished while it was open; a receive loop ends then as with a time-out.
   [[nodiscard]] bool lost() const { return lost_; }
-  // Whether any byte came since the port was opened, and NMEA text since the line was last set.
+  // Whether any byte, and NMEA text, came since OpenGpsPort began, at whichever speed.
   [[nodiscard]] bool heard_anything() const { return anything_heard_; }
-  [[nodiscard]] bool heard_nmea() const { return nmea_.found(); }
+  [[nodiscard]] bool heard_nmea() const { return nmea_heard_; }
   // What the last opening failed on, and whose members may use a port that it had no permission for (or empty).
   [[nodiscard]] OpenProblem open_problem() const;
   [[nodiscard]] std::string permitted_group() const;
@@ -89,6 +89,7 @@ class ComPort {
   [[nodiscard]] std::string open_advice() const;
   [[nodiscard]] std::string ports_text() const;
   [[nodiscard]] std::string silence_advice() const;
+  [[nodiscard]] std::string lowrance_advice() const;
 
   DeviceFactory factory_;
   base::Clock& clock_;
@@ -103,8 +104,10 @@ class ComPort {
   std::uint8_t byte_ = 0;  // the one-byte input buffer
   bool lost_ = false;
   bool esc_waits_ = false;
-  bool anything_heard_ = false;  // since the port was opened
-  NmeaDetector nmea_;            // over the bytes since the last AsyncSet
+  bool line_is_set_ = false;
+  bool anything_heard_ = false;
+  bool nmea_heard_ = false;
+  NmeaDetector nmea_;  // over the bytes since the last AsyncSet
 };
 
 }  // namespace serial

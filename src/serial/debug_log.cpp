@@ -50,6 +50,7 @@ void DebugLog::dump(std::span<const std::uint8_t> bytes) {
 
 void DebugLog::text(std::string_view text) {
   if (!is_open()) return;
+  if (other_ != nullptr) return other_->text(text);
   file_ << base::with_line_ends(text) << std::flush;
   if (file_) return;
   file_.close();

@@ -23,7 +23,12 @@ class DebugLog {
   // Starts a new file, emptying an old one; `version` is the program's. False, with a message box, on failure.
   bool open(const std::filesystem::path& path, ByteFormat format, std::string_view version);
   void close() { file_.close(); }
-  [[nodiscard]] bool is_open() const { return file_.is_open(); }
+  [[nodiscard]] bool is_open() const { return other_ != nullptr ? other_->is_open() : file_.is_open(); }
+  // From now on all goes into another log, which must outlive this one.
+  void write_into(DebugLog& other) {
+    other_ = &other;
+    format_ = other.format_;
+  }
 
   // A packet as it goes on the wire, under the label that names it.
   void sent(std::string_view label, std::span<const std::uint8_t> wire_bytes);
@@ -42,6 +47,7 @@ class DebugLog {
   base::FrontEnd& front_end_;
   std::ofstream file_;
   ByteFormat format_ = ByteFormat::Hex;
+  DebugLog* other_ = nullptr;
 };
 
 }  // namespace serial

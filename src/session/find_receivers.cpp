@@ -9,16 +9,19 @@ namespace {
 
 using base::format_text;
 
-// Listens along with a search of which the user sees nothing but the results.
+// The user sees nothing of a search but the results, or all of it, and can stop it.
 class FindFrontEnd : public QuietFrontEnd {
  public:
-  explicit FindFrontEnd(base::FrontEnd& outer) : outer_(outer) {}
+  FindFrontEnd(base::FrontEnd& outer, bool shows_all) : outer_(outer), shows_all_(shows_all) {}
 
-  // The port changes its hint before and after each try, and forgets in between what it has heard.
-  void set_status(int, std::string_view) override {
-    if (port == nullptr) return;
-    heard_anything = heard_anything || port->heard_anything();
-    heard_nmea = heard_nmea || port->heard_nmea();
+  void write_line(int line, std::string_view text) override {
+    if (shows_all_) outer_.write_line(line, text);
+  }
+  void set_status(int field, std::string_view text) override {
+    if (shows_all_) outer_.set_status(field, text);
+  }
+  void message_box(std::string_view title, std::string_view text) override {
+    if (shows_all_) outer_.message_box(title, text);
   }
   bool EscPressed() override {
     const bool pressed = outer_.EscPressed();
@@ -26,12 +29,11 @@ class FindFrontEnd : public QuietFrontEnd {
     return pressed;
   }
 
-  const serial::ComPort* port = nullptr;
-  bool heard_anything = false, heard_nmea = false;
   bool stopped = false;
 
  private:
   base::FrontEnd& outer_;
+  bool shows_all_;
 };
 
 // What kept the port from being used.
@@ -59,9 +61,9 @@ std::string open_problem_text(const serial::ComPort& port) {
 // One port with a session of its own.
 class PortSearch {
  public:
-  PortSearch(const Session& outer, const std::string& port)
-      : front_end_(outer.front_end), session_(outer.clock, front_end_, {}, outer.devices) {
-    front_end_.port = &session_.port;
+  PortSearch(Session& outer, const std::string& port, bool shows_all)
+      : front_end_(outer.front_end, shows_all), session_(outer.clock, front_end_, {}, outer.devices) {
+    session_.debug_log.write_into(outer.debug_log);
     session_.settings = outer.settings;
     session_.settings.PortName = port;
     finding_.port = port;
@@ -74,9 +76,9 @@ class PortSearch {
       if (try_family(family)) return finding_;
       if (stopped()) return std::nullopt;
     }
-    finding_.text = front_end_.heard_nmea       ? "NMEA text: the receiver's interface is set to NMEA"
-                    : front_end_.heard_anything ? "bytes that make no sense"
-                                                : "silent";
+    finding_.text = heard_nmea_       ? "NMEA text: the receiver's interface is set to NMEA"
+                    : heard_anything_ ? "bytes that make no sense"
+                                      : "silent";
     return finding_;
   }
   [[nodiscard]] bool stopped() const { return front_end_.stopped; }
@@ -87,6 +89,8 @@ class PortSearch {
     session_.settings.GPS = family;
     session_.apply_settings();
     const bool answered = session_.get_gps_id();
+    heard_anything_ = heard_anything_ || session_.port.heard_anything();
+    heard_nmea_ = heard_nmea_ || session_.port.heard_nmea();
     finding_.text = family == store::Family::Garmin ? garmin_text() : lowrance_text(answered);
     finding_.is_receiver = !finding_.text.empty();
     if (finding_.is_receiver) return true;
@@ -112,17 +116,18 @@ class PortSearch {
   FindFrontEnd front_end_;
   Session session_;
   PortFinding finding_;
+  bool heard_anything_ = false, heard_nmea_ = false;
 };
 
 }  // namespace
 
-FindResult find_receivers(const Session& session, std::span<const std::string> ports, std::optional<store::Family> only,
-                          const std::function<void(const std::string& port)>& trying,
+FindResult find_receivers(Session& session, std::span<const std::string> ports, std::optional<store::Family> only,
+                          bool shows_all, const std::function<void(const std::string& port)>& trying,
                           const std::function<void(const PortFinding& finding)>& done) {
   FindResult result;
   for (const std::string& port : ports) {
     trying(port);
-    PortSearch search(session, port);
+    PortSearch search(session, port, shows_all);
     const std::optional<PortFinding> finding = search.search(only);
     if (finding) done(*finding);
     if (finding && finding->is_receiver) ++result.receivers;

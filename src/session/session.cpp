@@ -105,10 +105,14 @@ bool Session::identify_lowrance() {
   const lowrance::Conversation conversation(lowrance_connection);
   if (conversation.is_open()) {
     lowrance_identification.show();
-  } else if (flags.ComTimedOut && flags.UserAbort) {  // the port was there, but at no speed did anybody answer
+    if (lowrance_link.damaged_answers() == 0) return true;
+    front_end.write_line(9, "The unit information came damaged each time and may be wrong.");
+    return false;
+  }
+  if (flags.ComTimedOut && flags.UserAbort) {  // the port was there, but at no speed did anybody answer
     front_end.write_line(1, "COM port timeout!");
   }
-  return conversation.is_open();
+  return false;
 }
 
 void Session::keep_port_speed() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <set>
 #include <tuple>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "lowrance/mercator.h"
 #include "lowrance/records.h"
 #include "lowrance/route_upload.h"
 #include "store/symbol_sets.h"
@@ -26,14 +28,14 @@ class WaypointList {
   WaypointList(const store::ItemStore& items, const store::Settings& settings, int symbols)
       : settings_(settings), symbols_(symbols) {
     for (int number = 0; number < store::kRouteCapacity; ++number)
-      for (const store::ItemRecord& point : items.route(number).points) numbers_of_points_.insert(point.number);
+      for (const store::ItemRecord& point : items.route(number).points) points_.insert(ident_of(point));
   }
 
   void add(const store::ItemRecord& item) {
     const int next_place = static_cast<int>(list_.size());
     const auto [first, is_new] = by_ident_.try_emplace(ident_of(item), next_place);
     // The points of a route that was read are waypoints too, often beside those that they were made of.
-    const bool is_copy = !is_new && numbers_of_points_.contains(item.number);
+    const bool is_copy = !is_new && points_.contains(ident_of(item));
     if (item.number != 0) by_number_.try_emplace(item.number, is_copy ? first->second : next_place);
     if (is_copy) return;
     simulators::LowranceWaypoint waypoint;
@@ -65,7 +67,7 @@ class WaypointList {
 
   const store::Settings& settings_;
   int symbols_;
-  std::set<std::uint32_t> numbers_of_points_;
+  std::set<Ident> points_;  // of routes
   std::vector<simulators::LowranceWaypoint> list_;
   std::map<std::uint32_t, int> by_number_;
   std::map<Ident, int> by_ident_;
@@ -80,6 +82,19 @@ std::vector<std::vector<simulators::LowrancePlace>> trails_of(const store::ItemS
     trails.back().push_back(place_of(point));
   }
   return trails;
+}
+
+// Up to the unit's room, and to a step that is too long for it.
+std::size_t points_that_fit(const std::vector<simulators::LowrancePlace>& trail, const simulators::LowranceUnit& unit) {
+  constexpr int kLongestStep = 32767;  // metres of the unit's grid
+  const std::size_t room = std::min(trail.size(), static_cast<std::size_t>(std::max<int>(unit.trail_capacity, 0)));
+  for (std::size_t i = 1; i < room; ++i) {
+    const lowrance::GridPoint from = lowrance::to_grid({trail[i - 1].latitude, trail[i - 1].longitude});
+    const lowrance::GridPoint to = lowrance::to_grid({trail[i].latitude, trail[i].longitude});
+    if (std::abs(std::int64_t{to.y} - from.y) > kLongestStep || std::abs(std::int64_t{to.x} - from.x) > kLongestStep)
+      return i;
+  }
+  return room;
 }
 
 }  // namespace
@@ -123,6 +138,9 @@ std::string not_loaded(const simulators::LowranceData& data, const store::ItemSt
   look(routes, 0, "routes");
   look(data.events.size(), unit.icons, "events");
   look(data.trails.size(), unit.trails, "plot trails");
+  for (const simulators::LowranceRoute& route : data.routes)
+    look(route.waypoints.size(), unit.waypoints_per_route, "route points");
+  for (const auto& trail : data.trails) look(trail.size() - points_that_fit(trail, unit), 0, "points of a plot trail");
   look(static_cast<std::size_t>(items.proximity_count()), 0, "proximity waypoints");
   if (!items.almanac().empty()) kinds += kinds.empty() ? "the almanac" : ", the almanac";
   return kinds;

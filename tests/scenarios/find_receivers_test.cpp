@@ -30,7 +30,7 @@ class FindReceivers : public testing::Test {
     std::vector<std::string> lines;
     const auto begin = clock.now;
     result = find_receivers(
-        session, ports, only, [this](const std::string& port) { tried.push_back(port); },
+        session, ports, only, false, [this](const std::string& port) { tried.push_back(port); },
         [&](const PortFinding& finding) { lines.push_back(finding.port + ": " + finding.text); });
     seconds = std::chrono::duration<double>(clock.now - begin).count();
     EXPECT_EQ(session.settings.PortName, "sim:garmin");

@@ -98,7 +98,7 @@ void add_global_options(CLI::App& app, Arguments& arguments) {
                  "COM1, COM12, /dev/ttyUSB0, ... or a simulated receiver: sim:garmin, sim:lowrance")
       ->type_name("PORT");
   app.add_option("--speed", arguments.speed, "Lowrance/Eagle start speed in bits per second")
-      ->check(CLI::Range(300, 921600))
+      ->check(CLI::IsMember({1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200}))
       ->type_name("N");
   app.add_option("--debug-log", arguments.debug_log, "write the serial debug log")->type_name("FILE");
   app.add_option("--debug-format", arguments.debug_format, "hex or decimal")

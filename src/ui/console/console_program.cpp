@@ -295,7 +295,12 @@ int ConsoleProgram::upload(const Arguments& arguments) {
   }
   const KeyReading keys(terminal_);
   bool all_taken = true;
-  for (const std::string& kind : kinds) all_taken = run_word("upload-" + kind, arguments) && all_taken;
+  const serial::DeviceFlags& flags = session_.flags;
+  for (const std::string& kind : kinds) {
+    all_taken = run_word("upload-" + kind, arguments) && all_taken;
+    // The other kinds still go to a receiver that has refused some of one, but not after an abort, nor to nobody.
+    if (screen_.was_aborted() || (!flags.GpsIdentified && !flags.LowranceIdentified)) break;
+  }
   return all_taken ? kDone : kFailed;
 }
 
@@ -443,7 +448,7 @@ int ConsoleProgram::find(const Arguments& arguments) {
     print(finding.port + "  " + finding.text);
     output_.flush();
   };
-  const session::FindResult result = session::find_receivers(session_, ports, only, trying, done);
+  const session::FindResult result = session::find_receivers(session_, ports, only, arguments.trace, trying, done);
   if (result.stopped) return fail("The search was stopped.");
   return result.receivers > 0 ? kDone : fail("No receiver was found.");
 }

@@ -153,7 +153,9 @@ bool ConsoleScreen::choose(std::string_view title, std::span<base::Choice> choic
 bool ConsoleScreen::take_abort_request() {
   if (clock_.monotonic() < next_key_look_) return false;
   next_key_look_ = clock_.monotonic() + kKeyInterval;
-  return terminal_.take_esc();
+  const bool pressed = terminal_.take_esc();
+  aborted_ = aborted_ || pressed;
+  return pressed;
 }
 
 }  // namespace ui::console

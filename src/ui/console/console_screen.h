@@ -26,6 +26,8 @@ class ConsoleScreen : public Screen {
   void set_says_yes(bool yes) { says_yes_ = yes; }
   // Whether the running command has reported an error.
   [[nodiscard]] bool has_told_trouble() const { return trouble_; }
+  // Whether the user has asked to abort, ever.
+  [[nodiscard]] bool was_aborted() const { return aborted_; }
 
   void paint_line(int line, std::string_view text) override;
   // Only traced: the bar stands for it.
@@ -50,6 +52,7 @@ class ConsoleScreen : public Screen {
   bool lines_are_results_ = false;
   bool says_yes_ = false;
   std::map<int, std::string> said_;  // by line: a text that comes back to its line is not said twice
+  bool aborted_ = false;
   bool trouble_ = false;             // the running command has reported an error
   std::string step_text_;            // of the running transfer, beside the bar
   int progress_ = 0;
