@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "base/clock.h"
-#include "base/front_end.h"
+#include "base/quiet_front_end.h"
 #include "base/text_input.h"
 #include "geodesy/datum_shift.h"
 #include "geodesy/datum_table.h"
@@ -19,20 +19,11 @@
 
 namespace fuzz {
 
-class SilentFrontEnd : public base::FrontEnd {
+class SilentFrontEnd : public base::QuietFrontEnd {
  public:
   void write_line(int line, std::string_view) override {
     if (line < 1 || line > 10) std::abort();
   }
-  void set_status(int, std::string_view) override {}
-  void message_box(std::string_view, std::string_view) override {}
-  bool ask_yes_no(std::string_view, std::string_view) override { return false; }
-  bool choose(std::string_view, std::span<base::Choice>) override { return true; }
-  void set_progress_range(int) override {}
-  void step_progress() override {}
-  void show_title(std::string_view) override {}
-  void refresh_title() override {}
-  bool EscPressed() override { return false; }
 };
 
 class StoppedClock : public base::Clock {

@@ -2,6 +2,7 @@
 // open or an impossible record in the stores.
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -58,8 +59,11 @@ class Unit {
       case Command::GetTrailDeltas:
         data = deltas(request);
         break;
+      case Command::GetTrailPointer:
+        data = trail_pointer(request);
+        break;
       case Command::ReadMemory:
-        data = record({}, 0, request.size() > 5 ? std::size_t{request[4]} + 1 : 17);
+        data = memory(request);
         break;
       case Command::ScreenParameters:
         data = screen();
@@ -92,6 +96,32 @@ class Unit {
     for (std::size_t i = 0; i < echoed && i < request.size(); ++i) out.u8(request[i]);
     while (out.result().size() < size) out.u8(choices_.ConsumeIntegral<std::uint8_t>());
     return out.result();
+  }
+
+  // Mostly a possible area; the addresses in it then mostly lie in it.
+  Bytes trail_pointer(const Bytes& request) {
+    Bytes data = record(request, 1, 8);
+    if (choices_.ConsumeIntegralInRange(0, 7) == 1) return data;
+    const auto size = choices_.ConsumeIntegralInRange<std::uint16_t>(20, 400);
+    const Bytes area{0, 2, 0, 0, static_cast<std::uint8_t>(size >> 8), static_cast<std::uint8_t>(size & 0xFF)};
+    std::copy(area.begin(), area.end(), data.begin() + 2);
+    area_size_ = size;
+    return data;
+  }
+
+  Bytes memory(const Bytes& request) {
+    const std::size_t count = request.size() > 5 ? std::size_t{request[4]} : 16;
+    Bytes data = record({}, 0, count + 1);
+    if (count != 16 || choices_.ConsumeIntegralInRange(0, 7) == 1) return data;
+    for (const std::size_t at : {9U, 13U}) {
+      const auto steps = choices_.ConsumeIntegralInRange<std::uint16_t>(0, static_cast<std::uint16_t>(area_size_ / 4));
+      const auto address = static_cast<std::uint16_t>(16 + 4 * steps);
+      const Bytes field{0, 2, static_cast<std::uint8_t>(address >> 8), static_cast<std::uint8_t>(address & 0xFF)};
+      std::copy(field.begin(), field.end(), data.begin() + static_cast<std::ptrdiff_t>(at));
+    }
+    // Not too far from the last place.
+    data[1] = data[5] = 0;
+    return data;
   }
 
   Bytes route(const Bytes& request) {
@@ -161,6 +191,7 @@ class Unit {
   support::ScriptedDevice& device_;
   Command command_ = Command::Login;
   bool silent_ = false;
+  int area_size_ = 20;
 };
 
 // Something of every kind, some of it not to a unit's taste.
@@ -180,6 +211,8 @@ void fill(store::ItemStore& items, FuzzedDataProvider& choices) {
     fill_item();
     (void)items.push_waypoint(0);
     fill_item();
+    // Most steps of a track are short enough for a unit.
+    items.CurrentItem.position = {47.0 + i * 0.01, choices.ConsumeFloatingPointInRange(8.0, i == 1 ? 30.0 : 8.1)};
     (void)items.push_track();
     fill_item();
     (void)items.push_event();

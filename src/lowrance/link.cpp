@@ -168,8 +168,10 @@ void LowranceLink::drop_late_answers(int repetitions) {
   const std::optional<base::Bytes> answer = answer_;
   const int damaged_answers = damaged_answers_;
   deadline_ = clock_.monotonic() + 3s * repetitions + kLateness;
-  int expiries = 0;
-  for (int i = 0; i < repetitions && receive(expiries) == Event::Answer; ++i) {
+  for (int missing = repetitions, expiries = 0; missing > 0;) {
+    const Event event = receive(expiries);
+    if (event == Event::Answer) --missing;
+    if (event == Event::Stopped || clock_.monotonic() >= deadline_) break;
   }
   answer_ = answer;
   damaged_answers_ = damaged_answers;

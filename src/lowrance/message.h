@@ -35,8 +35,7 @@ enum class Command : std::uint16_t {
   GetIcon = 0x0309,       // number u16
   SetIconCount = 0x030A,  // count u16
   SendIcon = 0x030B,
-  GetSymbolCount = 0x030C,  // never sent
-  GetSymbolInfo = 0x030D,   // never sent
+  GetSymbolInfo = 0x030D,  // never sent
   GetUnitInfo = 0x030E,
   GetTrailOrigin = 0x0312,  // trail u8
   GetTrailDeltas = 0x0313,  // trail u8, count u16

@@ -244,7 +244,18 @@ bool TrailUpload::send_by_commands(int trail, std::span<const GridPoint> points)
   for (int attempt = 0; attempt <= kMostRepetitions && is_doubtful_; ++attempt)
     if (!send_deltas(origin, deltas, attempt < kMostRepetitions)) return broken_off(trail);
   if (is_doubtful_) remark(format_text("plot trail %d may be damaged: the unit was too slow to answer", trail));
-  return !is_doubtful_ && deltas.size() + 1 == points.size();
+  return !is_doubtful_ && is_kept_whole(origin) && deltas.size() + 1 == points.size();
+}
+
+// Units do not say beforehand how much room they have for a trail, so it is asked what has become of it.
+bool TrailUpload::is_kept_whole(const TrailOrigin& sent) {
+  if (unanswered_ > 0 || connection_.must_end(kUploadAbort)) return false;
+  const std::array<std::uint8_t, 1> request{sent.trail};
+  const auto answer = connection_.link.ask(Command::GetTrailOrigin, request, "GetLowrTrack");
+  const std::optional<TrailOrigin> kept = answer ? read_trail_origin(*answer) : std::nullopt;
+  if (!kept || kept->trail != sent.trail || kept->deltas >= sent.deltas) return true;
+  return remark(
+      format_text("the unit kept %d of %d points of plot trail %d", kept->deltas + 1, sent.deltas + 1, sent.trail + 1));
 }
 
 // From the first point on, which makes the unit forget what it has of the trail. False when the upload has to end.

@@ -69,6 +69,7 @@ class TrailUpload {
   std::vector<Delta> steps_along(int trail, std::span<const GridPoint> points, std::size_t room);
   bool send_by_commands(int trail, std::span<const GridPoint> points);
   bool send_deltas(const TrailOrigin& origin, std::span<const Delta> deltas, bool ends_in_doubt);
+  bool is_kept_whole(const TrailOrigin& sent);
   bool send_image(int trail, std::span<const GridPoint> points);
   bool write_image(const TrailArea& area, const GridPoint& origin, std::span<const Delta> deltas);
   bool write_blocks(std::uint32_t address, std::span<const std::uint8_t> bytes,

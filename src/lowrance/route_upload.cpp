@@ -1,6 +1,7 @@
 #include "lowrance/route_upload.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 
@@ -9,7 +10,6 @@ namespace {
 
 using base::format_text;
 
-constexpr int kMostPoints = 255;       // that a record can count
 constexpr int kLargestNumber = 65535;  // of a waypoint in a record
 constexpr int kNoPlace = -1;
 
@@ -84,12 +84,11 @@ void RouteUpload::send(int row, const store::Route& route, int waypoint_start) {
 std::optional<std::vector<std::uint16_t>> RouteUpload::waypoint_numbers(int row,
                                                                         const std::vector<store::ItemRecord>& points,
                                                                         int waypoint_start) {
-  const int most = std::min<int>(connection_.unit().NumOfWaypointsPerRoute, kMostPoints);
   if (points.empty()) {
     ++empty_;
     return std::nullopt;
   }
-  if (static_cast<int>(points.size()) > most) {
+  if (std::cmp_greater(points.size(), connection_.unit().NumOfWaypointsPerRoute)) {
     ++too_long_;
     return std::nullopt;
   }

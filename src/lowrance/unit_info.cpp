@@ -16,7 +16,7 @@ constexpr std::array<std::string_view, 20> kProductNames{
 std::optional<LowrUnitInfo> read_unit_info(std::span<const std::uint8_t> answer) {
   base::ByteReader in(answer);
   LowrUnitInfo info;
-  info.LeadingByte = in.u8();
+  in.skip(1);
   info.ProductId = in.u16();
   for (std::int16_t LowrUnitInfo::*field :
        {&LowrUnitInfo::ProtocolVersion, &LowrUnitInfo::ScreenType, &LowrUnitInfo::ScreenWidth,

@@ -24,7 +24,6 @@ struct LowrUnitInfo {
   std::uint8_t NumOfIconSym = 0;
   std::uint8_t ScreenRotateAngle = 0;  // 0, 90, 180; 270 as its low byte
   std::uint32_t RunTime = 0;           // seconds
-  std::uint8_t LeadingByte = 0;        // of the answer
 };
 
 inline constexpr std::size_t kUnitInfoSize = 26;  // bytes of the answer's data

@@ -1,8 +1,8 @@
 #include "session/find_receivers.h"
 
+#include "base/quiet_front_end.h"
 #include "base/text.h"
 #include "lowrance/unit_info.h"
-#include "session/quiet_front_end.h"
 
 namespace session {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 using base::format_text;
 
 // The user sees nothing of a search but the results, or all of it, and can stop it.
-class FindFrontEnd : public QuietFrontEnd {
+class FindFrontEnd : public base::QuietFrontEnd {
  public:
   FindFrontEnd(base::FrontEnd& outer, bool shows_all) : outer_(outer), shows_all_(shows_all) {}
 

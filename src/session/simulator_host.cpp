@@ -2,8 +2,8 @@
 
 #include <cmath>
 
+#include "base/quiet_front_end.h"
 #include "base/text.h"
-#include "session/quiet_front_end.h"
 #include "session/simulated_lowrance.h"
 #include "session/simulated_receivers.h"
 #include "simulators/built_in_data.h"
@@ -49,7 +49,7 @@ std::vector<std::string> left_out(const simulators::GarminMemory& memory, const 
 }
 
 // What goes wrong comes through.
-class TroubleFrontEnd : public QuietFrontEnd {
+class TroubleFrontEnd : public base::QuietFrontEnd {
  public:
   // `trouble_line` is the one on which downloads of the family tell what went wrong.
   TroubleFrontEnd(base::FrontEnd& outer, int trouble_line) : outer_(outer), trouble_line_(trouble_line) {}

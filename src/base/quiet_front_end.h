@@ -1,19 +1,19 @@
-// The front end of a session inside another one: nobody sees or hears of it, and nobody can be asked. What shall come
-// through all the same is overridden.
+// A front end before which nobody sits: nothing is shown, and nobody can be asked. What shall come through all the same
+// is overridden.
 #pragma once
 
 #include "base/front_end.h"
 
-namespace session {
+namespace base {
 
-class QuietFrontEnd : public base::FrontEnd {
+class QuietFrontEnd : public FrontEnd {
  public:
   void write_line(int, std::string_view) override {}
   void write_progress(int, std::string_view) override {}
   void set_status(int, std::string_view) override {}
   void message_box(std::string_view, std::string_view) override {}
   bool ask_yes_no(std::string_view, std::string_view) override { return false; }
-  bool choose(std::string_view, std::span<base::Choice>) override { return true; }
+  bool choose(std::string_view, std::span<Choice>) override { return true; }
   void set_progress_range(int) override {}
   void step_progress() override {}
   void show_title(std::string_view) override {}
@@ -21,4 +21,4 @@ class QuietFrontEnd : public base::FrontEnd {
   bool EscPressed() override { return false; }
 };
 
-}  // namespace session
+}  // namespace base
