@@ -55,6 +55,7 @@ class Unit {
         break;
       case Command::GetTrailOrigin:
         data = record(request, 1, 12);
+        data[11] &= 1;  // 511 deltas at most: more take long and show no more
         break;
       case Command::GetTrailDeltas:
         data = deltas(request);
