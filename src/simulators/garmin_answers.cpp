@@ -103,7 +103,7 @@ void GarminSimulator::send_pvt(Time at) {
 void GarminSimulator::power_off(Time) {
   stop_sending();
   pvt_due_.reset();
-  off_ = true;
+  fall_silent();
 }
 
 }  // namespace simulators

@@ -33,7 +33,7 @@ void GarminSimulator::on_reception(const Packet& packet, Time at) {
   Trouble trouble;
   if (!repeated) {
     trouble = trouble_at_next_packet();
-    if (silent_ || unplugged_) return;
+    if (is_silent()) return;
     reception_ = Reception{.packet = packet};
   }
   upload_heard_ = at;
@@ -69,7 +69,7 @@ bool GarminSimulator::set_clock(const Packet& packet) {
   const year_month_day date(year{its_year}, its_month, its_day);
   if (!date.ok() || its_hour < 0 || its_hour > 23 || its_minute > 59 || its_second > 60) return false;
   const sys_seconds now = sys_days(date) + hours(its_hour) + minutes(its_minute) + seconds(its_second);
-  clock_error_ = now.time_since_epoch().count() - clock_.unix_seconds();
+  clock_error_ = now.time_since_epoch().count() - clock().unix_seconds();
   return true;
 }
 

@@ -16,7 +16,6 @@ constexpr std::uint8_t kProductRequest = 254;
 
 constexpr microseconds kAckPatience = std::chrono::seconds(2);
 constexpr int kMostRepetitions = 3;
-constexpr std::size_t kInputCapacity = 4096;
 constexpr std::size_t kOutputCapacity = 65536;  // far more than one packet: only an unread port comes near it
 
 // It has the same number in both command protocols.
@@ -56,89 +55,29 @@ std::span<const GarminSimulator::Function> GarminSimulator::functions() {
 
 GarminSimulator::GarminSimulator(const SimulatedData& data, const GarminOptions& options, const base::Clock& clock,
                                  std::optional<GarminMemory> memory)
-    : clock_(clock),
+    : WiredReceiver(options.baud, kOutputCapacity, options.faults, clock),
       options_(options),
       capabilities_(chosen_capabilities(options)),
       ids_(link_ids(capabilities_.capabilities.link)),
       memory_(memory ? std::move(*memory) : fill_memory(data, capabilities_.capabilities)),
       here_(where_it_stands(data)),
-      input_(options.baud, kInputCapacity),
-      output_(options.baud, kOutputCapacity),
       upload_(capabilities_.capabilities) {}
 
-void GarminSimulator::receive(std::span<const std::uint8_t> bytes) {
-  const Time now = clock_.monotonic();
-  while (!bytes.empty()) {
-    const std::size_t size = std::min(bytes.size(), input_room());
-    if (size == 0 || unplugged_) return;
-    input_.send(bytes.first(size), now);
-    bytes = bytes.subspan(size);
+GarminSimulator::Time GarminSimulator::own_event_due() const {
+  return std::min(ack_deadline_.value_or(kNever), pvt_due_.value_or(kNever));
+}
+
+void GarminSimulator::on_own_event(Time at) {
+  if (ack_deadline_ != at) return send_pvt(at);
+  if (++repetitions_ > kMostRepetitions) {
+    stop_sending();
+  } else {
+    repeat(at);
   }
-  advance();
-}
-
-std::size_t GarminSimulator::input_room() {
-  advance();
-  return input_.room();
-}
-
-bool GarminSimulator::output_ready() {
-  advance();
-  const std::optional<Time> due = output_.front_due();
-  return due && *due <= clock_.monotonic();
-}
-
-std::optional<std::uint8_t> GarminSimulator::take_output() {
-  if (!output_ready()) return std::nullopt;
-  ++bytes_taken_;
-  return output_.take();
-}
-
-microseconds GarminSimulator::next_output_in(microseconds batch) {
-  advance();
-  std::optional<Time> next = output_.batch_due(batch);
-  const std::array others{input_.batch_due(batch), ack_deadline_, pvt_due_};
-  for (const std::optional<Time>& other : others) {
-    if (other && (!next || *other < *next)) next = other;
-  }
-  if (!next) return kNever;
-  return std::max(*next - clock_.monotonic(), microseconds{0});
-}
-
-bool GarminSimulator::unplugged() {
-  advance();
-  return unplugged_;
-}
-
-void GarminSimulator::advance() {
-  const Time now = clock_.monotonic();
-  while (const std::optional<Time> event = next_event()) {
-    const Time at = *event;
-    if (at > now) return;
-    if (input_.front_due() == at) {
-      on_byte(input_.take(), at);
-    } else if (ack_deadline_ == at) {
-      if (++repetitions_ > kMostRepetitions) {
-        stop_sending();
-      } else {
-        repeat(at);
-      }
-    } else {
-      send_pvt(at);
-    }
-  }
-}
-
-std::optional<GarminSimulator::Time> GarminSimulator::next_event() const {
-  std::optional<Time> first = input_.front_due();
-  for (const std::optional<Time>& other : {ack_deadline_, pvt_due_}) {
-    if (other && (!first || *other < *first)) first = other;
-  }
-  return first;
 }
 
 void GarminSimulator::on_byte(std::uint8_t byte, Time at) {
-  if (off_ || silent_) return;
+  if (is_silent()) return;
   const std::optional<PacketFinder::Frame> frame = finder_.feed(byte);
   if (!frame) return;
   if (frame->good) {
@@ -154,7 +93,7 @@ void GarminSimulator::on_packet(const Packet& packet, Time at) {
   const bool is_link2 = capabilities_.capabilities.link == 2;
   const bool is_command = packet.id == kCommand || (is_link2 && packet.id == kCommandOfLink2);
   if (!is_command && packet.id != kProductRequest && is_taken_in(packet.id, at)) return on_reception(packet, at);
-  if (packet.id == kProductRequest || (is_command && is_abort(packet))) bytes_put_ -= output_.drop_behind_front();
+  if (packet.id == kProductRequest || (is_command && is_abort(packet))) output().drop_behind_front();
   answer(kAck, packet.id, at);
   if (!is_command && packet.id != kProductRequest) return;
   upload_.stop();
@@ -172,7 +111,7 @@ void GarminSimulator::on_acknowledged(const Packet& ack, Time at) {
   if (id != 0 && id == ids_.pvt) return;  // that data goes out unasked and is never repeated
   // Hosts may acknowledge a packet twice, or ask for almanac records by acknowledging ahead. The host cannot mean a
   // packet that is still on its way to it, nor is the packet before in want of another acknowledgement.
-  if (bytes_taken_ < outgoing_end_) return;
+  if (output().taken() < outgoing_end_) return;
   const std::uint8_t awaited = outgoing_[next_outgoing_].id;
   if (id != awaited && next_outgoing_ > 0 && id == outgoing_[next_outgoing_ - 1].id) return;
   if (std::exchange(loses_next_ack_, false)) return;
@@ -224,7 +163,7 @@ void GarminSimulator::send_next(Time at) {
   if (next_outgoing_ == outgoing_.size()) return stop_sending();
   repetitions_ = 0;
   send_new(outgoing_[next_outgoing_], at);
-  if (!unplugged_) wait_for_ack(at);
+  wait_for_ack(at);
 }
 
 void GarminSimulator::repeat(Time at) {
@@ -233,8 +172,8 @@ void GarminSimulator::repeat(Time at) {
 }
 
 void GarminSimulator::wait_for_ack(Time at) {
-  ack_deadline_ = std::max(at, output_.idle_from()) + kAckPatience;
-  outgoing_end_ = bytes_put_;
+  ack_deadline_ = std::max(at, output().idle_from()) + kAckPatience;
+  outgoing_end_ = output().sent();
 }
 
 void GarminSimulator::stop_sending() {
@@ -245,54 +184,14 @@ void GarminSimulator::stop_sending() {
 
 void GarminSimulator::send_new(const Packet& packet, Time at) {
   const Trouble trouble = trouble_at_next_packet();
-  if (unplugged_) return;
+  if (is_silent()) return;
   loses_next_ack_ = trouble.loses_ack;
   if (trouble.noisy) put_noise(at);
   put_on_wire(frame_packet(packet, trouble.damaged), at);
 }
 
-GarminSimulator::Trouble GarminSimulator::trouble_at_next_packet() {
-  ++packets_counted_;
-  Trouble trouble;
-  for (const Fault& fault : options_.faults) {
-    if (fault.packet != packets_counted_) continue;
-    switch (fault.kind) {
-      case Fault::Kind::DropAck:
-        trouble.loses_ack = true;
-        break;
-      case Fault::Kind::BadChecksum:
-        trouble.damaged = true;
-        break;
-      case Fault::Kind::Silent:
-        silent_ = true;
-        break;
-      case Fault::Kind::Unplug:
-        unplug();
-        break;
-      case Fault::Kind::Noise:
-        trouble.noisy = true;
-        break;
-    }
-  }
-  return trouble;
-}
-
-void GarminSimulator::unplug() {
-  unplugged_ = true;
-  stop_sending();
-  pvt_due_.reset();
-  input_.clear();
-  output_.clear();
-}
-
 void GarminSimulator::answer(std::uint8_t id, std::uint8_t answered_id, Time at) {
   put_on_wire(frame_packet({id, {answered_id, 0}}), at);
-}
-
-void GarminSimulator::put_on_wire(const base::Bytes& bytes, Time at) {
-  if (silent_ || off_ || bytes.size() > output_.room()) return;
-  output_.send(bytes, at);
-  bytes_put_ += bytes.size();
 }
 
 // Meaningless, but the same for the same packet. Without ETX, so that no packet seems to end in them.
@@ -300,7 +199,7 @@ void GarminSimulator::put_noise(Time at) {
   constexpr std::size_t kSize = 24;
   constexpr std::uint8_t kEtx = 3;
   base::Bytes bytes;
-  std::uint32_t state = static_cast<std::uint32_t>(packets_counted_);
+  std::uint32_t state = static_cast<std::uint32_t>(packets_counted());
   while (bytes.size() < kSize) {
     state = state * 1664525U + 1013904223U;
     const auto byte = static_cast<std::uint8_t>(state >> 24);

@@ -9,18 +9,16 @@
 #include <string>
 #include <vector>
 
-#include "base/clock.h"
 #include "simulators/garmin_framing.h"
 #include "simulators/garmin_memory.h"
 #include "simulators/garmin_options.h"
 #include "simulators/garmin_uploads.h"
 #include "simulators/simulated_data.h"
-#include "simulators/simulated_receiver.h"
-#include "simulators/wire.h"
+#include "simulators/wired_receiver.h"
 
 namespace simulators {
 
-class GarminSimulator : public SimulatedReceiver {
+class GarminSimulator : public WiredReceiver {
  public:
   // The clock must outlive the receiver. Options with a problem (garmin_options_problem) are taken as far as they go.
   // It holds the data or, where it is given, the memory of another receiver with the same options.
@@ -30,22 +28,9 @@ class GarminSimulator : public SimulatedReceiver {
   // What it holds now, uploads included.
   [[nodiscard]] const GarminMemory& memory() const { return memory_; }
 
-  void receive(std::span<const std::uint8_t> bytes) override;
-  [[nodiscard]] std::size_t input_room() override;
-  [[nodiscard]] bool output_ready() override;
-  std::optional<std::uint8_t> take_output() override;
-  [[nodiscard]] std::chrono::microseconds next_output_in(std::chrono::microseconds batch = std::chrono::microseconds{
-                                                             0}) override;
-  [[nodiscard]] bool unplugged() override;
-
  private:
-  using Time = std::chrono::microseconds;
   struct Function;  // what a command runs that sends no records
   static std::span<const Function> functions();
-  // What goes wrong at a packet, besides what has happened already.
-  struct Trouble {
-    bool loses_ack = false, damaged = false, noisy = false;
-  };
   // The latest packet of those that the receiver takes in.
   struct Reception {
     Packet packet;
@@ -53,11 +38,10 @@ class GarminSimulator : public SimulatedReceiver {
     bool may_come_again = false;  // it was refused, or its acknowledgement may not have arrived
   };
 
-  // Lives through everything that happens up to now. Each event counts from the moment it was due, however
-  // late the host looks, so that delays of the host's scheduling do not add up.
-  void advance();
-  [[nodiscard]] std::optional<Time> next_event() const;
-  void on_byte(std::uint8_t byte, Time at);
+  void on_byte(std::uint8_t byte, Time at) override;
+  // The end of its patience with the host, or position-velocity-time data.
+  [[nodiscard]] Time own_event_due() const override;
+  void on_own_event(Time at) override;
   void on_packet(const Packet& packet, Time at);
   void on_acknowledged(const Packet& ack, Time at);
   void on_nak(Time at);
@@ -73,7 +57,7 @@ class GarminSimulator : public SimulatedReceiver {
   bool set_position(const Packet& packet);
   // Whether an upload is under way; one without a sign of life for long is not.
   [[nodiscard]] bool upload_is_open(Time at);
-  [[nodiscard]] std::int64_t own_unix_seconds() const { return clock_.unix_seconds() + clock_error_; }
+  [[nodiscard]] std::int64_t own_unix_seconds() const { return clock().unix_seconds() + clock_error_; }
 
   // Starts to send these packets, each after the acknowledgement of the one before; what was under way is dropped.
   void send_all(std::vector<Packet> packets, Time at);
@@ -83,11 +67,7 @@ class GarminSimulator : public SimulatedReceiver {
   void stop_sending();
   // Sends a packet for the first time, with the faults that are due at it.
   void send_new(const Packet& packet, Time at);
-  // Counts a packet. What silences or unplugs the receiver for good happens at once.
-  Trouble trouble_at_next_packet();
-  void unplug();
   void answer(std::uint8_t id, std::uint8_t answered_id, Time at);
-  void put_on_wire(const base::Bytes& bytes, Time at);
   void put_noise(Time at);
 
   void send_product_data(Time at);
@@ -102,7 +82,6 @@ class GarminSimulator : public SimulatedReceiver {
   void send_pvt(Time at);
   void power_off(Time at);
 
-  const base::Clock& clock_;
   GarminOptions options_;
   CapabilityArray capabilities_;
   LinkIds ids_;
@@ -110,8 +89,6 @@ class GarminSimulator : public SimulatedReceiver {
   SimWaypoint here_;              // where the receiver believes to be
   std::int64_t clock_error_ = 0;  // seconds that it is fast, after it was set
 
-  Wire input_;
-  Wire output_;
   PacketFinder finder_;
 
   std::vector<Packet> outgoing_;
@@ -125,13 +102,7 @@ class GarminSimulator : public SimulatedReceiver {
   Time upload_heard_{0};                // when its latest packet came
   std::optional<Reception> reception_;  // until a request or a command comes
 
-  std::uint64_t bytes_put_ = 0;    // on the output wire
-  std::uint64_t bytes_taken_ = 0;  // off its far end
-  int packets_counted_ = 0;
   bool loses_next_ack_ = false;
-  bool silent_ = false;
-  bool unplugged_ = false;
-  bool off_ = false;
 };
 
 }  // namespace simulators

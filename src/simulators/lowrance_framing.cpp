@@ -28,7 +28,7 @@ base::Bytes frame_lowrance_message(const LowranceMessage& message, bool damaged)
     frame.insert(frame.end(), message.data.begin(), message.data.end());
     append_checksum(frame, kHeaderSize);
   }
-  if (damaged) ++frame.back();
+  if (damaged) frame[frame.size() - 2] ^= 1;
   return frame;
 }
 

@@ -18,7 +18,8 @@ struct LowranceMessage {
   friend bool operator==(const LowranceMessage&, const LowranceMessage&) = default;
 };
 
-// The message as it goes over the wire. The last checksum of a `damaged` one is off by one.
+// The message as it goes over the wire. Of a `damaged` one, which must have data, the lowest bit of the last data byte
+// is not that to which the checksum belongs.
 [[nodiscard]] base::Bytes frame_lowrance_message(const LowranceMessage& message, bool damaged = false);
 
 // Finds messages in what a host sends, whatever stands between them. Holds at most one message's bytes.

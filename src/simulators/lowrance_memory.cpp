@@ -16,8 +16,6 @@ namespace simulators {
 namespace {
 
 constexpr std::size_t kNameSize = 13;
-constexpr std::size_t kTrailHeaderSize = 16;
-constexpr std::size_t kTrailEndSize = 4;                   // bytes at the end of a trail area that hold no deltas
 constexpr std::array<std::size_t, 2> kEmptySlots{10, 25};  // a waypoint was deleted there
 
 struct Grid {
@@ -115,7 +113,6 @@ std::vector<base::Bytes> icon_records(const LowranceData& data, const LowranceUn
 LowranceTrail trail_of(const std::vector<LowrancePlace>& points, const LowranceUnit& unit) {
   LowranceTrail trail;
   if (points.empty()) return trail;
-  trail.has_points = true;
   Grid last = projected(points[0]);
   trail.y = last.y;
   trail.x = last.x;
@@ -129,8 +126,8 @@ LowranceTrail trail_of(const std::vector<LowrancePlace>& points, const LowranceU
   return trail;
 }
 
-// The memory of a trail at `address`: origin y and x, addresses of the first delta and behind the last one, then the
-// deltas, which go on at the start of their ring when they come to its end, as those do whose first is at `first`.
+// The memory of a trail at `address`. The deltas begin at place `first` of their ring and go on at its start when they
+// come to its end.
 base::Bytes trail_area(const LowranceTrail& trail, std::uint32_t address, std::size_t first, const LowranceUnit& unit) {
   const std::size_t capacity = room(unit.trail_capacity);
   base::Bytes area;

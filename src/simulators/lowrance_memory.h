@@ -15,7 +15,6 @@ namespace simulators {
 struct LowranceTrail {
   std::int32_t y = 0, x = 0;                                  // of the first point
   std::vector<std::pair<std::int16_t, std::int16_t>> deltas;  // y, x
-  bool has_points = false;
   friend bool operator==(const LowranceTrail&, const LowranceTrail&) = default;
 };
 
@@ -35,5 +34,10 @@ struct LowranceMemory {
 inline constexpr std::uint32_t kTrailAreas = 0x00021000;
 inline constexpr std::uint32_t kBlackPlane = 0x00080000;
 inline constexpr std::uint32_t kGreyPlane = 0x00090000;
+
+// A trail area: y, x of the first point, address of the first delta, address behind the last one; the ring of deltas, 4
+// bytes each; bytes that hold none.
+inline constexpr std::size_t kTrailHeaderSize = 16;
+inline constexpr std::size_t kTrailEndSize = 4;
 
 }  // namespace simulators

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 #include "simulators/lowrance_screen.h"
 
 namespace simulators {
@@ -111,70 +109,6 @@ TEST(LowranceMemory, OldUnitsKeepTrailsInARingTheSecondOneRunOverItsEnd) {
             (Bytes{0, 0, 0, 0, 0, 0, 0, 0, 0, 2, 0x1F, 0xC0, 0, 2, 0x17, 0xFC, 0, 111, 0, 0, 0, 0, 0xFF, 0x91}));
   EXPECT_EQ(part(memory.areas[1], 2020 - 8, 8), (Bytes{0, 0, 0, 111, 0, 0, 0, 0}));
   EXPECT_EQ(fill_lowrance_memory({}, unit("GlobalMap Sport")).areas[0], Bytes(2020));
-}
-
-TEST(BelievableSeason, EveryUnitCanShowIt) {
-  const LowranceData data = believable_season();
-  EXPECT_EQ(data.waypoints.size(), 40u);
-  std::set<std::string> names;
-  for (const LowranceWaypoint& waypoint : data.waypoints) {
-    EXPECT_TRUE(names.insert(waypoint.name).second) << waypoint.name;
-    EXPECT_LE(waypoint.name.size(), 13u);
-    EXPECT_EQ(waypoint.name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ "), std::string::npos) << waypoint.name;
-    EXPECT_NEAR(waypoint.place.latitude, 35.70, 0.13) << waypoint.name;
-    EXPECT_NEAR(waypoint.place.longitude, -94.97, 0.13) << waypoint.name;
-  }
-  std::vector<std::size_t> points;
-  for (const LowranceRoute& route : data.routes) points.push_back(route.waypoints.size());
-  EXPECT_EQ(points, (std::vector<std::size_t>{12, 5, 5, 7}));  // no stop is misspelt
-  EXPECT_EQ(data.events.size(), 12u);
-  ASSERT_EQ(data.trails.size(), 2u);
-  EXPECT_EQ(data.trails[0].size() + data.trails[1].size(), 600u);
-}
-
-TEST(LowranceScreen, PlanesHaveTheLeftmostPixelInTheHighestBitAndSetBitsBehindWhatIsShown) {
-  const LowrancePlanes planes = lowrance_planes(unit("GlobalMap Sport"));  // 100 of 104 pixels, 160 rows
-  EXPECT_TRUE(planes.grey.empty());
-  ASSERT_EQ(planes.black.size(), 13 * 160u);
-  EXPECT_EQ(part(planes.black, 0, 13), Bytes(13, 0xFF));
-  EXPECT_EQ(part(planes.black, 13, 13), (Bytes{0x80, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0x1F}));
-  EXPECT_EQ(part(planes.black, 4 * 13, 4), (Bytes{0x8F, 0x3C, 0xF3, 0xCF}));  // letters of four pixels, two between
-}
-
-TEST(LowranceScreen, GreyIsSetInTheGreyPlaneAloneAndBlackInBoth) {
-  const LowranceUnit& shown = unit("Eagle Explorer");  // 120 by 160, 16 bytes a row; the bar begins with pixel 4
-  const LowrancePlanes planes = lowrance_planes(shown);
-  EXPECT_EQ(lowrance_screen_tone(120, 160, 60, 150), 1);
-  EXPECT_EQ(part(planes.black, 150 * 16, 16),
-            (Bytes{0x8F, 0xFF, 0xFF, 0xFF, 0xFF, 0xC0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0xFF}));
-  EXPECT_EQ(part(planes.grey, 150 * 16, 11), (Bytes{0x8F, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFE, 0}));
-}
-
-// A black pixel of the text whose mirror images are white, or in the grey part of the bar.
-TEST(LowranceScreen, ThePlanesAreTurnedAsTheAngleSays) {
-  struct Case {
-    const char* name;
-    LowranceScreenSize size;
-    int x, y;  // where the pixel stands in the planes
-  };
-  for (const auto& [name, size, x, y] :
-       {Case{"GlobalNav 212", {104, 160}, 40, 5}, Case{"GlobalMap 100", {104, 160}, 160 - 1 - 5, 40},
-        Case{"GlobalMap 12", {160, 100}, 160 - 1 - 64, 100 - 1 - 5},
-        Case{"AccuMap 12", {240, 159}, 5, 240 - 1 - 100}}) {
-    const LowranceUnit& turned = unit(name);
-    EXPECT_EQ(lowrance_screen_size(turned), size) << name;
-    const Bytes black = lowrance_planes(turned).black;
-    const auto is_black = [&](int column, int row) {
-      const int bit = row * turned.row_length + column;
-      return (black[static_cast<std::size_t>(bit / 8)] & 0x80 >> (bit % 8)) != 0;
-    };
-    const int width = turned.rotate_angle % 180 == 0 ? size.width : size.height;
-    const int height = turned.rotate_angle % 180 == 0 ? size.height : size.width;
-    EXPECT_TRUE(is_black(x, y)) << name;
-    EXPECT_FALSE(is_black(width - 1 - x, y)) << name;
-    EXPECT_FALSE(is_black(x, height - 1 - y)) << name;
-    EXPECT_FALSE(is_black(width - 1 - x, height - 1 - y)) << name;
-  }
 }
 
 }  // namespace

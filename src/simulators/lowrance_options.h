@@ -25,7 +25,7 @@ struct LowranceUnit {
   std::int16_t waypoints, icons, routes, waypoints_per_route;
   std::uint8_t trails, symbols;
   std::uint16_t rotate_angle;
-  std::int16_t trail_capacity;  // points
+  std::int16_t trail_capacity;  // points of a trail; those in its memory may have one more
 };
 [[nodiscard]] std::span<const LowranceUnit> lowrance_units();
 // In any letter case; nullptr for a name that is none.
@@ -36,9 +36,9 @@ struct LowranceOptions {
   // Bits per second on the wire, both ways; then the unit hears nothing that is sent to it at another speed. 0 takes no
   // time, and any speed is heard.
   int baud = 0;
-  bool echo = false;          // whatever it hears comes back, as from an adapter that loops
-  bool noise = false;         // meaningless bytes before every answer
-  std::vector<Fault> faults;  // counted by the requests that it understands, from 1, repetitions included
+  bool echo = false;   // whatever it hears comes back, as from an adapter that loops
+  bool noise = false;  // meaningless bytes before every answer
+  std::vector<Fault> faults;
 };
 
 // Why a unit cannot be made like this; empty when it can.

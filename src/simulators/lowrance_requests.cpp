@@ -40,6 +40,17 @@ void copy_overlap(base::Bytes& wanted, std::uint64_t wanted_address, std::span<c
   }
 }
 
+// Whether the header of a trail area at `address` names places in the area's ring, or 0 for none.
+bool has_possible_header(std::span<const std::uint8_t> area, std::uint32_t address) {
+  const std::size_t ring_size = area.size() - kTrailHeaderSize - kTrailEndSize;
+  const auto is_possible = [&](std::uint32_t place, std::size_t last) {
+    const std::uint32_t offset = place - address - static_cast<std::uint32_t>(kTrailHeaderSize);
+    return place == 0 || (offset <= last && offset % kDeltaSize == 0);
+  };
+  return is_possible(big_endian(area.subspan(8, 4)), ring_size - kDeltaSize) &&
+         is_possible(big_endian(area.subspan(12, 4)), ring_size);
+}
+
 }  // namespace
 
 struct LowranceRequests::Request {
@@ -80,11 +91,17 @@ std::span<const LowranceRequests::Request> LowranceRequests::requests() {
 LowranceRequests::LowranceRequests(const LowranceUnit& unit, LowranceMemory memory)
     : unit_(unit), memory_(std::move(memory)), planes_(lowrance_planes(unit)), transfers_(memory_.trails.size()) {}
 
-std::optional<base::Bytes> LowranceRequests::answer(const LowranceMessage& request) {
+const LowranceRequests::Request* LowranceRequests::row_of(const LowranceMessage& request) const {
   const std::span<const Request> all = requests();
   const auto row = std::ranges::find(all, request.command, &Request::command);
-  if (row == all.end() || request.data.size() < row->least || request.data.size() > row->most) return std::nullopt;
-  if ((!logged_in_ && !row->before_login) || (frozen_ && !row->while_frozen)) return std::nullopt;
+  if (row == all.end() || request.data.size() < row->least || request.data.size() > row->most) return nullptr;
+  if ((!logged_in_ && !row->before_login) || (frozen_ && !row->while_frozen)) return nullptr;
+  return &*row;
+}
+
+std::optional<base::Bytes> LowranceRequests::answer(const LowranceMessage& request) {
+  const Request* row = row_of(request);
+  if (row == nullptr) return std::nullopt;
   Answer answer = (this->*row->answer)(request.data);
   if (answer) answer->insert(answer->begin(), 0);
   return answer;
@@ -126,10 +143,12 @@ LowranceRequests::Answer LowranceRequests::write_memory(Data data) {
   const std::uint32_t address = base::ByteReader(data).u32();
   const Data bytes = data.subspan(4);
   for (std::size_t trail = 0; trail < memory_.areas.size(); ++trail) {
-    base::Bytes& area = memory_.areas[trail];
     const std::uint32_t start = area_address(trail);
-    if (address < start || address - start + bytes.size() > area.size()) continue;
+    if (address < start || address - start + bytes.size() > memory_.areas[trail].size()) continue;
+    base::Bytes area = memory_.areas[trail];
     std::ranges::copy(bytes, area.begin() + static_cast<std::ptrdiff_t>(address - start));
+    if (!has_possible_header(area, start)) return std::nullopt;
+    memory_.areas[trail] = std::move(area);
     return taken();
   }
   return std::nullopt;
@@ -152,6 +171,8 @@ LowranceRequests::Answer LowranceRequests::unfreeze_screen(Data) {
 LowranceRequests::Answer LowranceRequests::get_waypoint(Data data) { return record_of(memory_.waypoints, data); }
 
 LowranceRequests::Answer LowranceRequests::keep_waypoint(Data data) {
+  const std::uint8_t status = data[2], symbol = data[3];
+  if (status > 1 || symbol >= unit_.symbols) return std::nullopt;
   keep_record(memory_.waypoints, data);
   return taken();
 }
@@ -160,14 +181,20 @@ LowranceRequests::Answer LowranceRequests::get_route(Data data) { return record_
 
 LowranceRequests::Answer LowranceRequests::keep_route(Data data) {
   const std::size_t points = data[2];
+  if (points == 0 || points > static_cast<std::size_t>(unit_.waypoints_per_route)) return std::nullopt;
   if (data.size() != kRouteSize + 2 * points) return std::nullopt;
-  if (points <= static_cast<std::size_t>(unit_.waypoints_per_route)) keep_record(memory_.routes, data);
+  for (base::ByteReader slots(data.subspan(kRouteSize)); slots.remaining() > 0;) {
+    if (slots.u16() >= memory_.waypoints.size()) return std::nullopt;
+  }
+  keep_record(memory_.routes, data);
   return taken();
 }
 
 LowranceRequests::Answer LowranceRequests::get_icon(Data data) { return record_of(memory_.icons, data); }
 
 LowranceRequests::Answer LowranceRequests::keep_icon(Data data) {
+  const std::uint8_t symbol = data[10];
+  if (symbol >= unit_.symbols) return std::nullopt;
   keep_record(memory_.icons, data);
   return taken();
 }
@@ -216,10 +243,10 @@ LowranceRequests::Answer LowranceRequests::send_deltas(Data data) {
   base::ByteReader in(data);
   const std::uint8_t index = in.u8();
   const std::size_t wanted = in.u16();
-  if (index >= memory_.trails.size()) return std::nullopt;
+  if (index >= memory_.trails.size() || wanted > kMostDeltas) return std::nullopt;
   const auto& deltas = memory_.trails[index].deltas;
   std::size_t& next = transfers_[index].next_sent;
-  const std::size_t count = std::min({wanted, kMostDeltas, deltas.size() - std::min(next, deltas.size())});
+  const std::size_t count = std::min(wanted, deltas.size() - next);
   base::ByteWriter out;
   out.u8(index).u16(static_cast<std::uint16_t>(count));
   for (std::size_t i = next; i < next + count; ++i) out.i16(deltas[i].first).i16(deltas[i].second);
@@ -227,6 +254,7 @@ LowranceRequests::Answer LowranceRequests::send_deltas(Data data) {
   return out.result();
 }
 
+// However many are announced: those beyond its room may never come.
 LowranceRequests::Answer LowranceRequests::start_taking_trail(Data data) {
   base::ByteReader in(data);
   const std::size_t index = in.u8();
@@ -234,7 +262,6 @@ LowranceRequests::Answer LowranceRequests::start_taking_trail(Data data) {
   LowranceTrail trail;
   trail.y = in.i32();
   trail.x = in.i32();
-  trail.has_points = true;
   memory_.trails[index] = trail;
   transfers_[index] = {.announced = in.u16()};
   return taken();
@@ -245,14 +272,14 @@ LowranceRequests::Answer LowranceRequests::take_deltas(Data data) {
   const std::size_t index = in.u8();
   const std::size_t count = in.u16();
   if (index >= memory_.trails.size() || in.remaining() != count * kDeltaSize) return std::nullopt;
-  TrailTransfer& transfer = transfers_[index];
-  if (transfer.taken + count > transfer.announced) return std::nullopt;
-  transfer.taken += count;
   auto& deltas = memory_.trails[index].deltas;
+  const std::size_t all = deltas.size() + count;
+  const std::size_t room = static_cast<std::size_t>(unit_.trail_capacity) - 1;  // behind the first point
+  if (all > transfers_[index].announced || all > room) return std::nullopt;
   for (std::size_t i = 0; i < count; ++i) {
     const std::int16_t y = in.i16();
     const std::int16_t x = in.i16();
-    if (deltas.size() + 1 < static_cast<std::size_t>(unit_.trail_capacity)) deltas.emplace_back(y, x);
+    deltas.emplace_back(y, x);
   }
   return taken();
 }

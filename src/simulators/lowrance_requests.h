@@ -18,11 +18,13 @@ class LowranceRequests {
  public:
   LowranceRequests(const LowranceUnit& unit, LowranceMemory memory);
 
-  // Does what is asked and gives the data of the answer, the leading byte included. Nothing when the unit does not
-  // answer: it does not know the request, or not now, or the data have another length than the request's, or what is
-  // asked for does not exist. Before a login it tells only what it is; from a request for the screen until the one that
-  // lets the screen go on it gives away only its memory. Records for slots that it does not have, and deltas beyond the
-  // trail's room, are answered and dropped: hosts know the limits.
+  // Whether the unit knows the request, now and with data of this length. Before a login it tells only what it is; from
+  // a request for the screen until the one that lets the screen go on it gives away only its memory.
+  [[nodiscard]] bool understands(const LowranceMessage& request) const { return row_of(request) != nullptr; }
+  // Does what is asked and gives the data of the answer, the leading byte included. Nothing, and nothing done, when the
+  // unit does not understand it, or cannot do it: what is asked for does not exist, what is sent makes no sense to it,
+  // or deltas have no room. Records for slots that it does not have are answered and dropped: hosts are told how many
+  // it has. How long its trails can be, no message tells, so hosts see it by this silence alone.
   [[nodiscard]] std::optional<base::Bytes> answer(const LowranceMessage& request);
 
   [[nodiscard]] const LowranceMemory& memory() const { return memory_; }
@@ -32,10 +34,12 @@ class LowranceRequests {
   using Answer = std::optional<base::Bytes>;  // without the leading byte
   struct Request;
   static std::span<const Request> requests();
+  // Nothing for a request that the unit does not understand.
+  [[nodiscard]] const Request* row_of(const LowranceMessage& request) const;
   // A trail that is on its way by commands.
   struct TrailTransfer {
-    std::size_t next_sent = 0;             // the delta with which the next block begins
-    std::size_t announced = 0, taken = 0;  // deltas of an upload
+    std::size_t next_sent = 0;  // the delta with which the next block begins
+    std::size_t announced = 0;  // deltas of an upload
   };
 
   Answer log_in(Data data);

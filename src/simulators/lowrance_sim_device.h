@@ -16,6 +16,8 @@ class LowranceSimDevice : public SimulatedDevice {
 
   // What the unit holds now.
   [[nodiscard]] const LowranceMemory& memory() const { return simulator_.memory(); }
+  // How many messages it did not answer, though nothing was to go wrong.
+  [[nodiscard]] int refused() const { return simulator_.refused(); }
 
  private:
   LowranceSimulator simulator_;  // the base class keeps a reference only

@@ -84,13 +84,12 @@ TEST_F(LowranceSimulatorTest, TheAngle270IsToldAsItsLowByte) {
 TEST_F(LowranceSimulatorTest, WhatIsDamagedOrUnknownOrHasAnotherLengthIsNotAnswered) {
   make();
   const std::vector<Bytes> bad{
-      {0x55, 0x81, 8, 3, 0, 0, 0, 0x20},                // header checksum
-      {0x55, 0x81, 8, 3, 0, 0, 1, 0x1E},                // not 0 before it
-      {0x55, 0x81, 3, 3, 2, 0, 0, 0x22, 0, 0, 1},       // data checksum
-      message(0x0308, {0}),                             // a byte too many
-      message(0x0303, {0}),                             // one too few
-      message(0x0306, Bytes{0, 0, 2} + Bytes(13 + 2)),  // two points announced, one there
-      message(0x0383, {0, 0}),                          // an answer
+      {0x55, 0x81, 8, 3, 0, 0, 0, 0x20},           // header checksum
+      {0x55, 0x81, 8, 3, 0, 0, 1, 0x1E},           // not 0 before it
+      {0x55, 0x81, 3, 3, 2, 0, 0, 0x22, 0, 0, 1},  // data checksum
+      message(0x0308, {0}),                        // a byte too many
+      message(0x0303, {0}),                        // one too few
+      message(0x0383, {0, 0}),                     // an answer
       message(0x030D, {0, 0}),
       message(0x010A, {}),
       {0x55, 0x81, 6, 3, 0xFF, 0xFF, 0, 0x23},  // longer than any request
@@ -129,16 +128,29 @@ TEST_F(LowranceSimulatorTest, RecordsAreKeptByteForByteAndGivenBack) {
   EXPECT_EQ(receiver->memory().waypoints[1], waypoint);
 }
 
-TEST_F(LowranceSimulatorTest, WhatLiesBeyondItsTablesIsAnsweredAndDroppedAndCannotBeRead) {
-  make({}, "GlobalNav 310");  // 250 waypoints, 20 routes of 50 points, no icons
+TEST_F(LowranceSimulatorTest, RecordsForSlotsThatItDoesNotHaveAreAnsweredAndDroppedAndNonsenseIsRefused) {
+  make({}, "GlobalNav 310");  // 250 waypoints, 20 routes of 50 points, no icons, 15 symbols
   const LowranceMemory before = receiver->memory();
-  EXPECT_EQ(ask(0x0304, Bytes{250, 0, 1} + Bytes(26)), answer(0x0304, {}));
-  EXPECT_EQ(ask(0x0306, Bytes{20, 0, 0} + Bytes(13)), answer(0x0306, {}));
-  EXPECT_EQ(ask(0x0306, Bytes{0, 0, 51} + Bytes(13 + 2 * 51)), answer(0x0306, {}));
+  EXPECT_EQ(ask(0x0304, Bytes{250, 0, 1, 14} + Bytes(25)), answer(0x0304, {}));
+  EXPECT_EQ(ask(0x0306, Bytes{20, 0, 1} + Bytes(13) + Bytes{249, 0}), answer(0x0306, {}));
   EXPECT_EQ(ask(0x030A, {5, 0}), answer(0x030A, {}));
-  EXPECT_EQ(ask(0x030B, Bytes(11)), answer(0x030B, {}));
+  EXPECT_EQ(ask(0x030B, Bytes(10) + Bytes{14}), answer(0x030B, {}));
+  const std::vector<Bytes> bad{
+      message(0x0303, {250, 0}),
+      message(0x0305, {20, 0}),
+      message(0x0309, {0, 0}),
+      message(0x0304, Bytes{0, 0, 2} + Bytes(26)),                  // neither free nor taken
+      message(0x0304, Bytes{0, 0, 1, 15} + Bytes(25)),              // symbol
+      message(0x030B, Bytes(10) + Bytes{15}),                       // symbol
+      message(0x0306, Bytes{0, 0, 0} + Bytes(13)),                  // no points
+      message(0x0306, Bytes{0, 0, 51} + Bytes(13 + 2 * 51)),        // too many
+      message(0x0306, Bytes{0, 0, 2} + Bytes(13 + 2)),              // two announced, one there
+      message(0x0306, Bytes{0, 0, 1} + Bytes(13) + Bytes{250, 0}),  // no such waypoint
+      message(0x0313, {0, 41, 0}),                                  // more than a block
+  };
+  for (const Bytes& bytes : bad) EXPECT_EQ(say(bytes), kNothing);
+  EXPECT_EQ(receiver->refused(), static_cast<int>(bad.size()));
   EXPECT_EQ(receiver->memory(), before);
-  for (const int command : {0x0303, 0x0305, 0x0309}) EXPECT_EQ(ask(command, {250, 0}), kNothing) << command;
 }
 
 TEST_F(LowranceSimulatorTest, ATrailComesInBlocksEachGoingOnWhereTheLastOneEnded) {
@@ -150,7 +162,7 @@ TEST_F(LowranceSimulatorTest, ATrailComesInBlocksEachGoingOnWhereTheLastOneEnded
   EXPECT_EQ(ask(0x0312, {0}), origin);
   Bytes block{0, 40, 0};
   for (int i = 0; i < 20; ++i) block = block + Bytes{0, 0, 111, 0, 0, 0, 0x91, 0xFF};
-  EXPECT_EQ(ask(0x0313, {0, 41, 0}), answer(0x0313, block));
+  EXPECT_EQ(ask(0x0313, {0, 40, 0}), answer(0x0313, block));
   EXPECT_EQ(ask(0x0313, {0, 1, 0}), answer(0x0313, {0, 1, 0, 0, 0, 111, 0}));
   EXPECT_EQ(ask(0x0313, {0, 40, 0}), answer(0x0313, {0, 1, 0, 0, 0, 0x91, 0xFF}));
   EXPECT_EQ(ask(0x0313, {0, 0, 0}), answer(0x0313, {0, 0, 0}));
@@ -168,9 +180,11 @@ TEST_F(LowranceSimulatorTest, ATrailIsTakenAsFarAsItWasAnnouncedAndTheUnitHasRoo
   EXPECT_EQ(ask(0x0315, {0, 2, 0, 1, 0, 2, 0}), kNothing);  // two said, one there
   EXPECT_EQ(ask(0x0315, {0, 1, 0, 1, 0, 0xFE, 0xFF}), answer(0x0315, {}));
   EXPECT_EQ(ask(0x0315, Bytes{0, 2, 0} + Bytes(8)), kNothing);  // three in all
-  EXPECT_EQ(receiver->memory().trails[0], (LowranceTrail{.y = 5, .x = -5, .deltas = {{1, -2}}, .has_points = true}));
+  EXPECT_EQ(receiver->memory().trails[0], (LowranceTrail{.y = 5, .x = -5, .deltas = {{1, -2}}}));
   EXPECT_EQ(ask(0x0314, Bytes(9) + Bytes{0x58, 2}), answer(0x0314, {}));  // 600 deltas
-  for (int i = 0; i < 15; ++i) EXPECT_EQ(ask(0x0315, Bytes{0, 40, 0} + Bytes(160)), answer(0x0315, {}));
+  for (int i = 0; i < 12; ++i) EXPECT_EQ(ask(0x0315, Bytes{0, 40, 0} + Bytes(160)), answer(0x0315, {}));
+  EXPECT_EQ(ask(0x0315, Bytes{0, 20, 0} + Bytes(80)), kNothing);
+  EXPECT_EQ(ask(0x0315, Bytes{0, 19, 0} + Bytes(76)), answer(0x0315, {}));
   EXPECT_EQ(receiver->memory().trails[0].deltas.size(), 499u);
   EXPECT_EQ(ask(0x0314, Bytes{1} + Bytes(10)), kNothing);
 }
@@ -190,6 +204,14 @@ TEST_F(LowranceSimulatorTest, TrailsOfAnOldUnitAreReadAndWrittenInItsMemory) {
   EXPECT_EQ(ask(0x0009, {0, 0, 8, 0, 7}), kNothing);  // the screen
   EXPECT_EQ(ask(0x0009, {0xFF, 0xFF, 0xFF, 0xFF, 7}), kNothing);
   EXPECT_EQ(ask(0x0009, Bytes{0, 0x10, 2, 0} + Bytes(161)), kNothing);
+  const auto write_header = [this](const Bytes& start, const Bytes& end) {
+    return ask(0x0009, Bytes{0xE4, 0x17, 2, 0} + Bytes(8) + Bytes{0, 2} + start + Bytes{0, 2} + end);
+  };
+  EXPECT_EQ(write_header({0x17, 0xF4}, {0x1F, 0xC4}), answer(0x0009, {}));
+  EXPECT_EQ(write_header({0x1F, 0xC4}, {0x1F, 0xC4}), kNothing);  // behind the ring's last delta
+  EXPECT_EQ(write_header({0x17, 0xF6}, {0x1F, 0xC4}), kNothing);  // between two
+  EXPECT_EQ(write_header({0x17, 0xF4}, {0x1F, 0xC8}), kNothing);  // behind the area
+  EXPECT_EQ(write_header({0x17, 0xF4}, {0x10, 0x10}), kNothing);  // in the other one
 
   EXPECT_EQ(ask(0x0008, {0xFF, 0xFF, 0xFF, 0xFF, 3, 0, 0}), answer(0x0008, {0, 0, 0}));
   EXPECT_EQ(ask(0x0008, {0, 0x10, 2, 0, 160, 0, 0}), answer(0x0008, Bytes(160)));
@@ -222,8 +244,10 @@ TEST_F(LowranceSimulatorTest, AtAnotherSpeedItHearsNothing) {
     return heard();
   };
   EXPECT_EQ(say_slowly(), kLoggedIn);  // nobody has told it a speed yet
-  receiver->set_host_speed(4800);
-  EXPECT_EQ(say_slowly(), kNothing);
+  for (const int speed : {4800, 0}) {
+    receiver->set_host_speed(speed);
+    EXPECT_EQ(say_slowly(), kNothing);
+  }
   receiver->set_host_speed(9600);
   EXPECT_EQ(say_slowly(), kLoggedIn);
   EXPECT_EQ(receiver->refused(), 0);
@@ -249,6 +273,10 @@ TEST_F(LowranceSimulatorTest, BytesTakeTheirTimeAndALateHostLosesNone) {
   EXPECT_EQ(receiver->next_output_in(), SimulatedReceiver::kNever);
   receiver->receive(Bytes(5000));
   EXPECT_EQ(receiver->input_room(), 0u);
+  options.baud = 0;
+  make_unit();
+  for (int i = 0; i < 240; ++i) receiver->receive(kAskInfo);  // 35 bytes each, of which nobody reads any
+  EXPECT_EQ(receiver->refused(), 240 - 8192 / 35);
 }
 
 TEST_F(LowranceSimulatorTest, EchoAndNoiseComeBeforeTheAnswer) {
@@ -269,21 +297,24 @@ TEST_F(LowranceSimulatorTest, EchoAndNoiseComeBeforeTheAnswer) {
 }
 
 TEST_F(LowranceSimulatorTest, FaultsComeAtTheRequestsThatItUnderstands) {
-  options.faults = {
-      {Fault::Kind::DropAck, 2}, {Fault::Kind::BadChecksum, 3}, {Fault::Kind::Noise, 4}, {Fault::Kind::Silent, 5}};
+  options.faults = {{Fault::Kind::DropAck, 2}, {Fault::Kind::BadChecksum, 3}, {Fault::Kind::Noise, 4}};
   make();
   EXPECT_EQ(ask(0x0304, {}), kNothing);  // not understood, not counted
   EXPECT_EQ(ask(0x030A, {1, 0}), kNothing);
   EXPECT_EQ(receiver->memory().icons.size(), 1u);
-  EXPECT_EQ(say(kAskIconCount), (Bytes{0x55, 0x81, 0x88, 3, 3, 0, 0, 0x9C, 0, 1, 0, 0x00}));
+  EXPECT_EQ(say(kAskIconCount), (Bytes{0x55, 0x81, 0x88, 3, 3, 0, 0, 0x9C, 0, 1, 1, 0xFF}));
   EXPECT_EQ(say(kAskIconCount).size(), 8 + 8 + 4u);
-  EXPECT_EQ(say(kAskIconCount), kNothing);
-  EXPECT_EQ(say(kLogin), kNothing);
-  EXPECT_FALSE(receiver->unplugged());
-  options.faults = {{Fault::Kind::Unplug, 1}};
-  make_unit();
-  EXPECT_EQ(say(kLogin), kNothing);
-  EXPECT_TRUE(receiver->unplugged());
+  EXPECT_EQ(say(kAskIconCount).size(), 8 + 4u);
+  EXPECT_EQ(receiver->refused(), 1);
+  for (const Fault::Kind kind : {Fault::Kind::Silent, Fault::Kind::Unplug}) {
+    options = {.echo = true, .faults = {{kind, 2}}};
+    make_unit();
+    say(kLogin);
+    const Bytes set_icon_count = message(0x030A, {1, 0});
+    EXPECT_EQ(say(set_icon_count), kind == Fault::Kind::Silent ? set_icon_count : kNothing);
+    EXPECT_EQ(receiver->memory().icons.size(), 0u);
+    EXPECT_EQ(receiver->unplugged(), kind == Fault::Kind::Unplug);
+  }
 }
 
 TEST_F(LowranceSimulatorTest, TheMemoryOfAnotherUnitIsTakenOverAsItIs) {

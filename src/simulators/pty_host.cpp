@@ -129,7 +129,7 @@ void PtyHost::tell_speed(SimulatedReceiver& receiver) const {
   termios settings{};
   if (tcgetattr(slave_, &settings) != 0) return;
   const auto row = std::ranges::find(kSpeedCodes, cfgetospeed(&settings), &SpeedCode::code);
-  if (row != kSpeedCodes.end()) receiver.set_host_speed(row->bits_per_second);
+  receiver.set_host_speed(row != kSpeedCodes.end() ? row->bits_per_second : 0);
 }
 
 void PtyHost::read_input(SimulatedReceiver& receiver) {

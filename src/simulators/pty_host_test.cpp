@@ -46,7 +46,7 @@ TEST(PtyHost, TheReceiverIsToldTheSpeedOfTheLineBeforeWhatTheHostWrote) {
   say_at(B1200);
   say_at(B19200);
   say_at(B110);  // no receiver has this one
-  EXPECT_EQ(receiver.speeds, (std::vector{1200, 19200}));
+  EXPECT_EQ(receiver.speeds, (std::vector{1200, 19200, 0}));
   ::close(line);
 }
 

@@ -17,7 +17,8 @@ class SimulatedReceiver {
 
   virtual ~SimulatedReceiver() = default;
 
-  // The host has set its end of the line to this speed. Receivers that hear any speed do not care.
+  // The host has set its end of the line to this speed; 0: to one that no receiver has. Receivers that hear any speed
+  // do not care.
   virtual void set_host_speed(int /*bits_per_second*/) {}
   // Bytes that the host starts to send now. Those beyond input_room() are lost, as on an overrun line.
   virtual void receive(std::span<const std::uint8_t> bytes) = 0;

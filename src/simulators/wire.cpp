@@ -16,12 +16,10 @@ void Wire::send(std::span<const std::uint8_t> bytes, Time start) {
 }
 
 // What has been through the wire for long may be of an earlier run of bytes than the one that is counted.
-std::size_t Wire::drop_behind_front() {
+void Wire::drop_behind_front() {
   const auto begin = std::find_if(bytes_.begin(), bytes_.end(), [](const TimedByte& byte) { return byte.first; });
-  const std::size_t size = static_cast<std::size_t>(bytes_.end() - begin);
+  burst_size_ -= std::min(burst_size_, static_cast<std::int64_t>(bytes_.end() - begin));
   bytes_.erase(begin, bytes_.end());
-  burst_size_ -= std::min(burst_size_, static_cast<std::int64_t>(size));
-  return size;
 }
 
 std::optional<Wire::Time> Wire::front_due() const {
@@ -39,6 +37,7 @@ std::optional<Wire::Time> Wire::batch_due(Time batch) const {
 std::uint8_t Wire::take() {
   const std::uint8_t value = bytes_.front().value;
   bytes_.pop_front();
+  ++taken_;
   return value;
 }
 

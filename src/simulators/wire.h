@@ -32,8 +32,12 @@ class Wire {
   // Takes the front byte; there must be one.
   std::uint8_t take();
   void clear() { bytes_.clear(); }
-  // Takes back what stands behind the packet at the front, as sent by one call each; how many bytes those were.
-  std::size_t drop_behind_front();
+  // Takes back what stands behind the packet at the front, as sent by one call each.
+  void drop_behind_front();
+
+  // How many bytes have been taken, and how many those are together with those under way.
+  [[nodiscard]] std::uint64_t taken() const { return taken_; }
+  [[nodiscard]] std::uint64_t sent() const { return taken_ + bytes_.size(); }
 
  private:
   struct TimedByte {
@@ -53,6 +57,7 @@ class Wire {
   Time burst_start_{0};
   std::int64_t burst_size_ = 0;
   std::deque<TimedByte> bytes_;
+  std::uint64_t taken_ = 0;
 };
 
 }  // namespace simulators
