@@ -3,13 +3,17 @@
 // framing is not its judge.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,43 +25,96 @@ namespace support {
 
 class LowranceConversation : public testing::Test {
  protected:
-  static constexpr int kReadMemory = 0x0008, kWriteMemory = 0x0009;
+  static constexpr int kReadMemory = 0x0008, kWriteMemory = 0x0009, kLogin = 0x000D;
+  static constexpr int kGetWaypoint = 0x0303, kSendWaypoint = 0x0304, kGetRoute = 0x0305, kSendRoute = 0x0306;
+  static constexpr int kGetPointer = 0x0307, kGetIconCount = 0x0308, kGetIcon = 0x0309, kSetIconCount = 0x030A;
+  static constexpr int kSendIcon = 0x030B, kGetUnitInfo = 0x030E, kGetOrigin = 0x0312, kGetDeltas = 0x0313;
+  static constexpr int kSetOrigin = 0x0314, kSetDeltas = 0x0315;
   using Bytes = base::Bytes;
   struct Request {
     int code;
     Bytes data;
-    friend bool operator==(const Request&, const Request&) = default;
   };
   // The data of the answer, the leading byte included; nothing for silence.
   using Answer = std::optional<Bytes>;
+  using Lines = std::map<int, std::string>;
 
   LowranceConversation() {
     auto made = std::make_shared<std::unique_ptr<ScriptedDevice>>(std::make_unique<ScriptedDevice>(clock));
     device = made->get();
-    device->on_sent = [this](const Bytes& bytes) { on_sent(bytes); };
+    device->on_sent = [this](const Bytes& bytes) { hear(bytes); };
     port = std::make_unique<serial::ComPort>([made](const std::string&) { return std::move(*made); }, clock, front_end,
                                              flags);
     link = std::make_unique<lowrance::LowranceLink>(*port, clock, front_end, flags, log);
     identification = std::make_unique<lowrance::UnitIdentification>(*link, front_end, flags);
   }
   lowrance::Connection connection() { return {*link, *port, *identification, front_end, flags}; }
+  [[nodiscard]] double elapsed() const { return std::chrono::duration<double>(clock.now).count(); }
 
-  // Requests of this code, without those that identify the unit.
+  // Whatever was said and sent is forgotten, and the unit will be asked again what it is.
+  void begin() {
+    flags.LowranceIdentified = false;
+    front_end.lines.clear();
+    front_end.line_writes.clear();
+    requests.clear();
+  }
+  // Code, high byte first, and data of all requests but those that identify the unit.
+  [[nodiscard]] Bytes sent() const {
+    base::ByteWriter out;
+    for (const Request& request : requests)
+      out.u8(static_cast<std::uint8_t>(request.code >> 8))
+          .u8(static_cast<std::uint8_t>(request.code))
+          .bytes(request.data);
+    return out.result();
+  }
+  // The data of those of this code.
   [[nodiscard]] std::vector<Bytes> requests_of(int code) const {
     std::vector<Bytes> found;
     for (const Request& request : requests)
       if (request.code == code) found.push_back(request.data);
     return found;
   }
+  // Bytes as digits; a name in quotes is padded to the 13 bytes of its field.
+  static Bytes hex(std::string_view text) {
+    Bytes bytes;
+    for (std::size_t at = 0; at < text.size();) {
+      if (text[at] == '\'') {
+        const std::string_view name = text.substr(at + 1, text.find('\'', at + 1) - at - 1);
+        bytes.insert(bytes.end(), name.begin(), name.end());
+        bytes.resize(bytes.size() + 13 - name.size());
+        at += name.size() + 2;
+      } else if (text[at] == ' ') {
+        ++at;
+      } else {
+        bytes.push_back(static_cast<std::uint8_t>(std::stoi(std::string(text.substr(at, 2)), nullptr, 16)));
+        at += 2;
+      }
+    }
+    return bytes;
+  }
+  static int number_of(const Bytes& data) { return data.empty() ? 0 : data[0] | (data.size() > 1 ? data[1] << 8 : 0); }
+  // The numbers, of slots or trails, that these requests name.
+  [[nodiscard]] std::vector<int> numbers_of(int code) const {
+    std::vector<int> numbers;
+    for (const Bytes& data : requests_of(code)) numbers.push_back(number_of(data));
+    return numbers;
+  }
+  void set_info(std::size_t at, int value) {
+    unit_info[at] = static_cast<std::uint8_t>(value);
+    unit_info[at + 1] = static_cast<std::uint8_t>(value >> 8);
+  }
 
   // Product 14, 1000 waypoints, 1000 icons, 20 routes of 50 points, 4 trails, 28 symbols.
   Bytes unit_info{0, 14, 0, 1, 0, 1, 0, 159, 0, 239, 0, 0xE8, 3, 0xE8, 3, 20, 0, 50, 0, 4, 28, 0, 1, 0, 0, 0};
-  static constexpr std::size_t kVersionAt = 3, kScreenTypeAt = 5, kScreenHeightAt = 9, kAngleAt = 21;
+  static constexpr std::size_t kVersionAt = 3, kScreenTypeAt = 5, kScreenHeightAt = 9, kWaypointsAt = 11, kIconsAt = 13,
+                               kRoutesAt = 15, kRoutePointsAt = 17, kTrailsAt = 19;
 
   std::uint32_t memory_at = 0;  // the address of memory[0]
   Bytes memory;
-  std::function<Answer(const Request&)> answer = [](const Request&) { return Answer(); };
+  int surplus = 0;  // bytes that answers from the memory have too many
+  std::function<Answer(const Request&)> answer = [](const Request&) { return Bytes{0}; };
   std::function<bool(const Request&)> is_lost = [](const Request&) { return false; };  // the answer, after the deed
+  std::chrono::milliseconds late{0};  // so long after their requests the answers come
   std::vector<Request> requests;
 
   SteppingClock clock;
@@ -69,10 +126,8 @@ class LowranceConversation : public testing::Test {
   std::unique_ptr<lowrance::LowranceLink> link;
   std::unique_ptr<lowrance::UnitIdentification> identification;
 
- private:
-  static constexpr int kLogin = 0x000D, kGetUnitInfo = 0x030E;
-
-  void on_sent(const Bytes& bytes) {
+  // What the program writes.
+  void hear(const Bytes& bytes) {
     received_.insert(received_.end(), bytes.begin(), bytes.end());
     while (received_.size() >= 8) {
       const std::size_t length = received_[4] | std::size_t{received_[5]} << 8;
@@ -83,6 +138,8 @@ class LowranceConversation : public testing::Test {
       received_.erase(received_.begin(), received_.begin() + static_cast<std::ptrdiff_t>(size));
     }
   }
+
+ private:
   void take(const Request& request) {
     if (request.code == kLogin) return reply(request, {0});
     if (request.code == kGetUnitInfo) return reply(request, unit_info);
@@ -90,9 +147,9 @@ class LowranceConversation : public testing::Test {
     const Answer made = request.code == kReadMemory    ? read(request.data)
                         : request.code == kWriteMemory ? write(request.data)
                                                        : answer(request);
-    if (made && !is_lost(request)) reply(request, *made);
+    if (made && !is_lost(request)) reply(request, *made, late);
   }
-  void reply(const Request& request, const Bytes& data) {
+  void reply(const Request& request, const Bytes& data, std::chrono::milliseconds after = {}) {
     const auto byte = [](std::size_t value) { return static_cast<std::uint8_t>(value & 0xFF); };
     const auto sum = [&](const Bytes& part) { return byte(0 - std::accumulate(part.begin(), part.end(), 0U)); };
     const auto code = static_cast<std::size_t>(request.code);
@@ -100,7 +157,7 @@ class LowranceConversation : public testing::Test {
     message.push_back(sum(message));
     message.insert(message.end(), data.begin(), data.end());
     message.push_back(sum(data));
-    device->queue(message);
+    device->queue(message, after);
   }
   [[nodiscard]] std::size_t place_of(const Bytes& data) const { return base::ByteReader(data).u32() - memory_at; }
   [[nodiscard]] Answer read(const Bytes& data) const {
@@ -109,6 +166,7 @@ class LowranceConversation : public testing::Test {
     Bytes bytes{0};
     bytes.insert(bytes.end(), memory.begin() + static_cast<std::ptrdiff_t>(at),
                  memory.begin() + static_cast<std::ptrdiff_t>(at + count));
+    bytes.resize(bytes.size() + static_cast<std::size_t>(surplus));
     return bytes;
   }
   Answer write(const Bytes& data) {

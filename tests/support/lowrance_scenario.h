@@ -31,8 +31,7 @@ class ObservedUnit : public simulators::LowranceSimDevice {
 
 class LowranceScenario : public TransferScenario {
  protected:
-  static constexpr int kDownloadAll = 40028, kDownloadWaypoints = 40029, kDownloadTrails = 40030;
-  static constexpr int kUploadAll = 40038;
+  static constexpr int kDownloadAll = 40028, kDownloadWaypoints = 40029, kUploadAll = 40038;
 
   LowranceScenario() { family = store::Family::Lowrance; }
 
@@ -40,9 +39,8 @@ class LowranceScenario : public TransferScenario {
   ObservedUnit& unit(const simulators::LowranceOptions& options,
                      const simulators::LowranceData& data = simulators::believable_season(),
                      std::optional<simulators::LowranceMemory> memory = std::nullopt) {
-    ObservedUnit& device = attach(std::make_unique<ObservedUnit>(data, options, clock, std::move(memory)));
-    unit_ = &device;
-    return device;
+    device = &attach(std::make_unique<ObservedUnit>(data, options, clock, std::move(memory)));
+    return *device;
   }
   static simulators::LowranceOptions named(std::string_view name) {
     simulators::LowranceOptions options;
@@ -59,16 +57,12 @@ class LowranceScenario : public TransferScenario {
     return timed([&] { return session->lowrance_uploads.upload(command_id); });
   }
   void expect_closed() {
-    EXPECT_FALSE(unit_->is_open);
+    EXPECT_FALSE(device->is_open);
     EXPECT_FALSE(session->flags.PortOpen);
     EXPECT_FALSE(session->flags.UserAbort);
   }
-  void esc_at_poll(int poll) {
-    front_end.esc = [poll, polls = 0]() mutable { return ++polls == poll; };
-  }
 
- private:
-  ObservedUnit* unit_ = nullptr;
+  ObservedUnit* device = nullptr;  // the latest
 };
 
 // Little of everything, so that every message of a transfer can have its turn.
