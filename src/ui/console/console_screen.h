@@ -53,8 +53,8 @@ class ConsoleScreen : public Screen {
   bool says_yes_ = false;
   std::map<int, std::string> said_;  // by line: a text that comes back to its line is not said twice
   bool aborted_ = false;
-  bool trouble_ = false;             // the running command has reported an error
-  std::string step_text_;            // of the running transfer, beside the bar
+  bool trouble_ = false;   // the running command has reported an error
+  std::string step_text_;  // of the running transfer, beside the bar
   int progress_ = 0;
   int progress_range_ = 0;
   bool bar_drawn_ = false;
