@@ -147,6 +147,10 @@ TEST_F(Link, LengthsFromOutsideEndInATimeOutAtMost) {
     answer_with(broken, {}, kAnswer);
     EXPECT_EQ(ask(), (Bytes{0x00, 0x2A}));
     EXPECT_NEAR(elapsed(), 6.5, 0.1);  // 3 s, and as much for an answer to the first
+    clock.now = {};
+    answer_with(broken, {}, broken);
+    EXPECT_EQ(ask(), std::nullopt);
+    EXPECT_NEAR(elapsed(), 9, 0.1);
   }
 }
 

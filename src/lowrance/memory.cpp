@@ -20,13 +20,17 @@ base::Bytes read_memory(const Connection& connection, std::uint32_t address, std
   const std::string name(what);
   const std::size_t within = static_cast<std::size_t>(std::min<std::uint64_t>(size, kMemorySize - address));
   base::Bytes bytes;
+  const std::string abort_text = "Operator Abort in Memory read for " + name;
   connection.front_end.set_progress_range(memory_blocks(within));
   while (bytes.size() < within) {
-    if (connection.must_end("Operator Abort in Memory read for " + name)) break;
+    if (connection.must_end(abort_text)) break;
     const std::size_t count = std::min(kMemoryBlock, within - bytes.size());
     const base::Bytes block = read_memory_block(connection, address + static_cast<std::uint32_t>(bytes.size()), count,
                                                 count == kMemoryBlock ? "Reading Memory1" : "Reading Memory2");
-    if (block.empty()) break;  // what follows could not be placed
+    if (block.empty()) {                      // what follows could not be placed
+      (void)connection.must_end(abort_text);  // ESC may have ended the wait
+      break;
+    }
     bytes.insert(bytes.end(), block.begin(), block.end());
     connection.front_end.write_progress(
         4, base::format_text("%05d Bytes of %s Read", static_cast<int>(bytes.size()), name.c_str()));

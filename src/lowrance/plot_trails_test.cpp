@@ -118,6 +118,7 @@ TEST_F(TrailByCommands, AfterALostBlockTheTrailIsDownloadedOnceMore) {
   deltas = 300;
   for (const Loss& loss : {Loss{[](int block) { return block == 2; }, 2, 301},
                            {[this](int) { return passed > 80; }, 3, 81},
+                           {[](int block) { return block == 4 || block == 7 || block == 9; }, 3, 121},
                            // The third comes in the place of the second.
                            {[this](int) { return passed == 80; }, 3, 41}}) {
     items.clear_tracks();
@@ -232,10 +233,15 @@ TEST_F(TrailInMemory, WhatLiesBehindARunThatDoesNotComeWholeIsNotKept) {
   is_lost = [](const Request& request) { return request.code == kReadMemory && request.data[4] == 8; };
   EXPECT_FALSE(download(1));
   EXPECT_EQ(remarks.text(), "plot trail 1 broke off after 1 of 4 points");
-  is_lost = [](const Request&) { return false; };
-  for (surplus = -1; surplus <= 1; surplus += 2) {
+  EXPECT_EQ(requests_of(kReadMemory).size(), 4U);
+  for (const int wrong : {-1, 1}) {
+    surplus = 0;
+    is_lost = [this, wrong](const Request& request) {
+      if (request.code == kReadMemory) surplus = wrong;  // behind the header
+      return false;
+    };
     EXPECT_FALSE(download(1));
-    EXPECT_EQ(remarks.text(), "plot trail 1 did not come");
+    EXPECT_EQ(remarks.text(), "plot trail 1 broke off after 1 of 4 points");
   }
 }
 

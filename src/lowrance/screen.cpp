@@ -94,6 +94,8 @@ std::optional<picture::Bitmap> LowranceScreen::download() {
   // has pressed ESC does not wait for its answer.
   connection_.link.sendLowrMessage(Command::UnfreezeScreen, {}, "UnfreezeLowrDisp");
   if (!connection_.flags.UserAbort) connection_.link.GetLowrMessage(true);
+  if (picture && connection_.link.damaged_answers() > 0)
+    connection_.front_end.write_line(1, "Answers had a wrong checksum: the picture may be wrong.");
   return picture;
 }
 

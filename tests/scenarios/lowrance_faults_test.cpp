@@ -10,8 +10,10 @@ namespace {
 using simulators::Fault;
 using simulators::LowranceOptions;
 using simulators::LowranceUnit;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
 
 using Things = std::vector<std::string>;  // in alphabetical order
 
@@ -167,6 +169,7 @@ class LowranceFaults : public support::LowranceScenario {
         if (!pressed) break;  // it was over before
         EXPECT_LT(clock.now - *pressed, std::chrono::milliseconds(250));
         EXPECT_EQ(front_end.progress_range, 0);
+        EXPECT_THAT(remarks(transfer), Not(ContainsRegex("s (did not come|w[a-z]+ not answered)")));
         const Things things = moved(transfer);
         EXPECT_TRUE(std::ranges::includes(whole, things));
         EXPECT_GE(things.size(), std::exchange(kept, things.size()));
