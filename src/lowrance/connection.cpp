@@ -9,7 +9,14 @@ bool Connection::must_end(std::string_view abort_text) const {
     front_end.write_line(4, abort_text);
     flags.UserAbort = true;
   }
-  return flags.UserAbort || link.given_up();
+  return stopped();
+}
+
+bool Connection::goes_on_after_kind(std::string_view abort_text) const {
+  front_end.set_progress_range(0);
+  front_end.refresh_title();
+  // ESC may have come with the last request.
+  return !must_end(abort_text);
 }
 
 Conversation::Conversation(const Connection& connection) : connection_(connection) {

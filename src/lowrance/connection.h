@@ -20,6 +20,10 @@ struct Connection {
   serial::DeviceFlags& flags;
 
   [[nodiscard]] const LowrUnitInfo& unit() const { return identification.info(); }
+  // The user has stopped the transfer, or the unit does not answer any more.
+  [[nodiscard]] bool stopped() const { return flags.UserAbort || link.given_up(); }
+  // Ends a kind's progress and shows the new counts; false when the transfer has to end, as below.
+  [[nodiscard]] bool goes_on_after_kind(std::string_view abort_text) const;
   // To be asked between two requests: true when the transfer has to end, because the user pressed ESC, which
   // `abort_text` on line 4 says and UserAbort keeps, or because the unit does not answer any more.
   [[nodiscard]] bool must_end(std::string_view abort_text) const;

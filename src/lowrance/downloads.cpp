@@ -47,29 +47,22 @@ bool LowranceDownloads::run(const TransferKinds& kinds) {
   const bool asked_for = !kinds.is_all();
   if (kinds.waypoints) {
     GetLowrWpts(asked_for);
-    if (!goes_on_after_kind(kAbortWaypoints)) return false;
+    if (!connection_.goes_on_after_kind(kAbortWaypoints)) return false;
   }
   if (kinds.events) {
     GetLowrIcons(asked_for);
-    if (!goes_on_after_kind(kAbortEvents)) return false;
+    if (!connection_.goes_on_after_kind(kAbortEvents)) return false;
   }
   if (kinds.trails) {
     get_trails(kinds.trail, asked_for);
-    if (!goes_on_after_kind(kAbortTrails)) return false;
+    if (!connection_.goes_on_after_kind(kAbortTrails)) return false;
   }
   if (kinds.routes) {
     GetLowrRts(asked_for);
-    if (!goes_on_after_kind(kAbortRoutes)) return false;
+    if (!connection_.goes_on_after_kind(kAbortRoutes)) return false;
   }
   if (kinds.is_all()) complete("Download(s) Finished");
   return true;
-}
-
-bool LowranceDownloads::goes_on_after_kind(std::string_view abort_text) {
-  front_end().set_progress_range(0);
-  front_end().refresh_title();
-  // ESC may have come with the last request.
-  return !connection_.must_end(abort_text);
 }
 
 void LowranceDownloads::tell_at_the_end() {
@@ -171,7 +164,7 @@ void LowranceDownloads::GetLowrWpts(bool asked_for) {
   }
   dropped_ = active - (items_.waypoint_count() - before);
   remark(counts, "waypoints");
-  if (!is_stopped()) complete("Waypoint download completed");
+  if (!connection_.stopped()) complete("Waypoint download completed");
 }
 
 void LowranceDownloads::GetLowrIcons(bool asked_for) {
@@ -197,7 +190,7 @@ void LowranceDownloads::GetLowrIcons(bool asked_for) {
     front_end().step_progress();
   }
   remark(counts, "events");
-  if (!is_stopped()) complete("Event (Icon) download completed");
+  if (!connection_.stopped()) complete("Event (Icon) download completed");
 }
 
 int LowranceDownloads::ask_icon_count() {
@@ -223,7 +216,7 @@ void LowranceDownloads::get_trails(int trail, bool asked_for) {
   const int last = trail == 0 ? trails : std::min(trail, trails);
   for (int number = std::max(trail, 1); number <= last && !connection_.must_end(kAbortTrails); ++number)
     get_trail(number);
-  if (!is_stopped()) complete("Plot Trail download completed");
+  if (!connection_.stopped()) complete("Plot Trail download completed");
 }
 
 void LowranceDownloads::get_trail(int trail) {
@@ -246,7 +239,7 @@ void LowranceDownloads::GetLowrRts(bool asked_for) {
   items_.link_route_points();
   remark(routes, "routes");
   remark(points, "route points");
-  if (!is_stopped()) complete("Route download completed");
+  if (!connection_.stopped()) complete("Route download completed");
 }
 
 bool LowranceDownloads::DoLowrRoute(const RouteRecord& route, Counts& points) {

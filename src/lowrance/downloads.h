@@ -38,7 +38,6 @@ class LowranceDownloads {
 
   // Each kind in its turn, as long as the transfer goes on; false when it ended early.
   bool run(const TransferKinds& kinds);
-  bool goes_on_after_kind(std::string_view abort_text);
 
   void GetLowrWpts(bool asked_for);
   void GetLowrIcons(bool asked_for);
@@ -58,7 +57,6 @@ class LowranceDownloads {
   // A kind that the unit does not have is a failure only for those who asked for it by name.
   void lacks(bool asked_for, const std::string& remark);
   void complete(std::string_view text);
-  [[nodiscard]] bool is_stopped() const { return connection_.flags.UserAbort || connection_.link.given_up(); }
   void tell_at_the_end();
   [[nodiscard]] base::FrontEnd& front_end() const { return connection_.front_end; }
 

@@ -66,34 +66,27 @@ bool LowranceUploads::run(const TransferKinds& kinds) {
   if ((kinds.waypoints || kinds.routes) && items_.waypoint_count() > 0) {
     send_waypoints(kinds.routes && items_.route_count() > 0);
     anything_tried_ = kinds.waypoints && !waypoints_.empty();
-    if (!goes_on_after_kind(kAbortWaypoints)) return false;
+    if (!connection_.goes_on_after_kind(kAbortWaypoints)) return false;
   }
   if (kinds.routes && items_.route_count() > 0) {
     send_routes();
-    if (!goes_on_after_kind(RouteUpload::kAbortText)) return false;
+    if (!connection_.goes_on_after_kind(RouteUpload::kAbortText)) return false;
   }
   if (kinds.trails && items_.track_point_count() > 0) {
     send_trails(kinds.trail);
-    if (!goes_on_after_kind(kAbortTrails)) return false;
+    if (!connection_.goes_on_after_kind(kAbortTrails)) return false;
   }
   if (kinds.events && items_.event_count() > 0) {
     send_events();
-    if (!goes_on_after_kind(kAbortEvents)) return false;
+    if (!connection_.goes_on_after_kind(kAbortEvents)) return false;
   }
   return true;
-}
-
-bool LowranceUploads::goes_on_after_kind(std::string_view abort_text) {
-  front_end().set_progress_range(0);
-  front_end().refresh_title();
-  // ESC may have come with the last request.
-  return !connection_.must_end(abort_text);
 }
 
 void LowranceUploads::tell_at_the_end(const TransferKinds& kinds) {
   front_end().set_status(1, " ");
   waypoints_ = {};
-  if (!anything_tried_ && !is_stopped())
+  if (!anything_tried_ && !connection_.stopped())
     remarks_.add("Nothing to upload: there are no selected " + std::string(plural_of(kinds)));
   const int damaged = connection_.link.damaged_answers();
   remarks_.add(damaged, "answers had a wrong checksum and were taken as they came");
@@ -127,7 +120,7 @@ void LowranceUploads::send_waypoints(bool routes_follow) {
   SendLowrWaypoints(start);
   // Whatever is to be emptied is so behind the last waypoint that is sent at all.
   if (!routes_follow || start == valid_start(settings_.SA_LwrRteStartPt)) send_inactives(start);
-  if (!is_stopped()) complete("Waypoint upload completed");
+  if (!connection_.stopped()) complete("Waypoint upload completed");
 }
 
 void LowranceUploads::prepare_waypoints() {
@@ -202,7 +195,7 @@ int LowranceUploads::limit_waypoints(int start) {
 void LowranceUploads::send_inactives(int start) {
   const auto last = std::ranges::find_if(waypoints_.rbegin(), waypoints_.rend(),
                                          [](const SelectedWaypoint& waypoint) { return waypoint.record.has_value(); });
-  if (settings_.SA_SendLowrInactives == 0 || last == waypoints_.rend() || is_stopped()) return;
+  if (settings_.SA_SendLowrInactives == 0 || last == waypoints_.rend() || connection_.stopped()) return;
   // Deliberate : the first slot behind the waypoints is left as it is.
   const int first_slot = start + static_cast<int>(waypoints_.size());
   const int slots = connection_.unit().NumOfWaypoints;
@@ -229,7 +222,7 @@ void LowranceUploads::send_routes() {
     front_end().write_line(kFirstCompletionLine, "Sending Lowrance Route Waypoints");
     SendLowrWaypoints(start);
     send_inactives(std::max(start, waypoint_start));
-    if (is_stopped()) return;
+    if (connection_.stopped()) return;
     notes_.add(format_text("waypoints were sent twice, from slot %d and, for the routes, from slot %d on",
                            waypoint_start, start));
   }
@@ -240,7 +233,7 @@ void LowranceUploads::send_routes() {
   for (const SelectedWaypoint& waypoint : waypoints_)
     if (!waypoint.record) not_sent.insert(waypoint.index);
   RouteUpload(connection_, items_, remarks_, notes_, not_sent).SendLowrRoutes(start);
-  if (!is_stopped()) complete("Route upload completed");
+  if (!connection_.stopped()) complete("Route upload completed");
 }
 
 // Trail 0: all of the unit.
@@ -256,7 +249,7 @@ void LowranceUploads::send_trails(int trail) {
   const int last = trail == 0 ? trails : std::min(trail, trails);
   for (int number = std::max(trail, 1); number <= last && !connection_.must_end(kAbortTrails); ++number)
     if (!upload.upload(number, number)) all_taken_ = false;
-  if (!is_stopped()) complete("Track upload completed");
+  if (!connection_.stopped()) complete("Track upload completed");
 }
 
 void LowranceUploads::send_events() {
@@ -275,7 +268,7 @@ void LowranceUploads::send_events() {
   }
   remarks_.add(no_place, "events are where the unit has no places and were not sent");
   SendLowrIcons(icons);
-  if (!is_stopped()) complete("Event (Icon) upload completed");
+  if (!connection_.stopped()) complete("Event (Icon) upload completed");
 }
 
 void LowranceUploads::SendLowrIcons(const std::vector<IconRecord>& icons) {

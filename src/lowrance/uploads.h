@@ -39,7 +39,6 @@ class LowranceUploads {
 
   // Each kind in its turn, as long as the transfer goes on; false when it ended early.
   bool run(const TransferKinds& kinds);
-  bool goes_on_after_kind(std::string_view abort_text);
 
   void send_waypoints(bool routes_follow);
   void prepare_waypoints();
@@ -57,7 +56,6 @@ class LowranceUploads {
   [[nodiscard]] bool is_silent(Command command, const base::Bytes& record, std::string_view label);
   void complete(std::string_view text);
   void tell_at_the_end(const TransferKinds& kinds);
-  [[nodiscard]] bool is_stopped() const { return connection_.flags.UserAbort || connection_.link.given_up(); }
   [[nodiscard]] base::FrontEnd& front_end() const { return connection_.front_end; }
 
   Connection connection_;

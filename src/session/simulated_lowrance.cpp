@@ -102,8 +102,7 @@ std::size_t points_that_fit(const std::vector<simulators::LowrancePlace>& trail,
 simulators::LowranceData lowrance_data(const store::ItemStore& items, const store::Settings& settings,
                                        const simulators::LowranceUnit& unit) {
   simulators::LowranceData data;
-  const bool has_many = unit.symbols == store::kLowranceSymbols;
-  WaypointList waypoints(items, settings, has_many ? store::kLowranceSymbols : store::kFewLowranceSymbols);
+  WaypointList waypoints(items, settings, unit.symbols);
   for (int i = 1; i <= items.waypoint_count(); ++i)
     if (items.waypoint(i).in_use != 0) waypoints.add(items.waypoint(i));
   for (int number = 0; number < store::kRouteCapacity; ++number) {
