@@ -24,7 +24,11 @@ ALLOWED = {
     "session": BELOW_SESSION,
     "ui": {"base", "session"},
     "ui/console": {"base", "session", "ui"},
-    "ui/wx": {"base", "session", "ui"},
+    "ui/lists": {"base", "session", "ui"},
+    "ui/editing": {"base", "session", "ui"},
+    "ui/options": {"base", "session", "ui"},
+    "ui/map": {"base", "session", "ui"},
+    "ui/wx": {"base", "session", "ui", "ui/lists", "ui/editing", "ui/options", "ui/map"},
     "apps": {"base", "session", "ui", "ui/console", "ui/wx"},
 }
 # simulators stand behind the same seam as real ports, and know nothing else of the serial layer.

@@ -1,10 +1,8 @@
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
 #include <iostream>
 
+#include "apps/surroundings.h"
 #include "apps/system_clock.h"
-#include "base/text.h"
 #include "session/session.h"
 #include "ui/console/arguments.h"
 #include "ui/console/console_program.h"
@@ -17,23 +15,6 @@ bool output_is_complete() {
   std::cout.flush();
   if (!std::cout) std::cerr << "Standard output could not be written.\n";
   return static_cast<bool>(std::cout);
-}
-
-#ifdef _WIN32
-constexpr char kPathSeparator = ';';
-#else
-constexpr char kPathSeparator = ':';
-#endif
-
-// The current directory, then those of the PATH.
-session::Surroundings surroundings(const char* program_name) {
-  std::error_code error;
-  session::Surroundings found{std::filesystem::current_path(error), {}, program_name};
-  found.datum_directories.push_back(found.start_directory);
-  if (const char* path = std::getenv("PATH"))
-    for (const std::string_view directory : base::split(path, kPathSeparator))
-      if (!directory.empty()) found.datum_directories.emplace_back(directory);
-  return found;
 }
 
 }  // namespace
@@ -56,7 +37,7 @@ int main(int argc, char** argv) {
   if (arguments.quiet) screen.set_mode(ConsoleScreen::Mode::Quiet);
   if (arguments.trace) screen.set_mode(ConsoleScreen::Mode::Trace);
   ui::Display display(screen);
-  session::Session session(clock, display, surroundings(argv[0]));
+  session::Session session(clock, display, apps::surroundings(argv[0]));
   display.set_title_source([&session] { return ui::title_text(session); });
   ConsoleProgram program(session, display, screen, *terminal, std::cout);
   const int status = program.run(arguments);

@@ -33,6 +33,8 @@ class FrontEnd {
   virtual void step_progress() = 0;
   // A text in the title's place, until the next refresh_title.
   virtual void show_title(std::string_view text) = 0;
+  // A short sound, where there is one.
+  virtual void beep() {}
   // The counts in the title have changed.
   virtual void refresh_title() = 0;
   // Takes one pending input event; true only when it asks to abort.

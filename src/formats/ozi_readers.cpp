@@ -97,7 +97,7 @@ void name_track(const FileContext& context, int index, std::string_view name, st
   start.ident = name;
   start.colour = store::colour_number(colour);
   start.track_style = static_cast<std::uint8_t>(context.settings.SA_LineStyle);
-  context.store.replace_track_point(index, start);
+  context.store.replace('T', index, start);
 }
 
 }  // namespace

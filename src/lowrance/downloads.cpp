@@ -208,6 +208,7 @@ void LowranceDownloads::get_trails(int trail, bool asked_for) {
   const int trails = connection_.unit().NumOfPlotTrails;
   if (trails == 0) lacks(asked_for, "this unit has no plot trails");
   if (trail > trails && trails > 0) {
+    front_end().beep();
     complete(format_text("Cannot download trail %d--this unit only supports %d trails.", trail, trails));
     complete(format_text("Downloading trail %d.", trails));
     all_came_ = false;

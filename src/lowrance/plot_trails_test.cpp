@@ -278,7 +278,7 @@ TEST_F(TrailUploads, WhatTheUnitHasNoPlaceForIsLeftOutAndAStepTooLongEndsATrack)
   add_track(3);
   store::ItemRecord pole = items.track_point(2);
   pole.position.latitude = -90;
-  items.replace_track_point(2, pole);
+  items.replace('T', 2, pole);
   add_point({kBern.y + 14 + 32768, kBern.x});
   add_point({kBern.y + 14 + 32768, kBern.x});
   EXPECT_FALSE(upload(1, 1));

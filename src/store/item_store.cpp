@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <numeric>
+#include <set>
+#include <tuple>
 #include <utility>
 
 #include "base/text.h"
@@ -46,6 +48,20 @@ void select_route(Route& route, bool selected) {
   for (ItemRecord& point : route.points) point.selected = flag_of(selected);
 }
 
+// The waypoint as a point of the route that `old` was a point of.
+ItemRecord route_point_of(const ItemRecord& waypoint, const ItemRecord& old) {
+  ItemRecord point = waypoint;
+  point.selected = old.selected;
+  point.in_use = old.in_use;
+  point.route_number = old.route_number;
+  point.route_drawing = old.route_drawing;
+  point.has_route_link = old.has_route_link;
+  point.link_class = old.link_class;
+  point.link_subclass = old.link_subclass;
+  point.route_link_ident = old.route_link_ident;
+  return point;
+}
+
 bool is_selected(const ItemRecord& item) { return item.in_use != 0 && item.selected != 0; }
 
 }  // namespace
@@ -87,6 +103,7 @@ void ItemStore::complete_waypoint() {
 }
 
 int ItemStore::push_waypoint(int slot) {
+  ++revision_;
   PackedItems& waypoints = contents_.waypoints;
   if (slot > 0) {
     if (slot > waypoint_count()) return 1;
@@ -136,6 +153,7 @@ std::uint32_t ItemStore::free_route(std::uint32_t wanted) const {
 }
 
 int ItemStore::push_route(bool is_point) {
+  ++revision_;
   if (contents_.route_index != contents_.last_route_index) contents_.point_index = kBeforeHeader;
   contents_.last_route_index = contents_.route_index;
   if (is_point || contents_.point_index == kBeforeHeader) ++contents_.point_index;
@@ -203,6 +221,7 @@ bool ItemStore::set_route_link(std::uint16_t link_class, const std::array<std::u
 }
 
 void ItemStore::link_route_points() {
+  ++revision_;
   for (Route& route : contents_.routes) {
     for (ItemRecord& point : route.points) {
       int waypoint_index = index_.first_of(contents_.waypoints, point.ident, point.position);
@@ -222,6 +241,7 @@ void ItemStore::start_track_log(std::string_view name, std::string_view colour_n
 }
 
 int ItemStore::push_track() {
+  ++revision_;
   if (full(contents_.track_points.size(), kTrackPointCapacity, "Too many track points")) return 1;
   if (std::exchange(contents_.new_segment, false)) CurrentItem.segment_flag = kStartsSegment;
   if (std::exchange(contents_.first_after_clearing, false)) CurrentItem.segment_flag = kStartsSegment;
@@ -240,13 +260,8 @@ int ItemStore::push_track() {
   return 0;
 }
 
-void ItemStore::replace_track_point(int index, const ItemRecord& point) {
-  ItemRecord item = point;
-  replace_bars(item);
-  contents_.track_points.replace(slot_of(index), item);
-}
-
 int ItemStore::push_event() {
+  ++revision_;
   if (full(contents_.events.size(), kEventCapacity, "Too many Events (LEI Icons)")) return 1;
   CurrentItem.number = contents_.next_event_number++;
   complete_item('I');
@@ -255,6 +270,7 @@ int ItemStore::push_event() {
 }
 
 int ItemStore::push_proximity() {
+  ++revision_;
   if (full(contents_.proximity.size(), kProximityCapacity, "Too many Proximity points")) return 1;
   CurrentItem.proximity_drawing = {byte_of(settings_.SA_CirFillColor), byte_of(settings_.SA_CirLineWidth),
                                    byte_of(settings_.SA_CirLineColor), byte_of(settings_.SA_CirFillStyle),
@@ -294,11 +310,15 @@ int ItemStore::find_waypoint(std::string_view ident, const geodesy::Position& po
 }
 
 void ItemStore::sort_waypoints() {
+  ++revision_;
   sort_by_ident(contents_.waypoints);
   index_.forget();
 }
 
-void ItemStore::sort_proximity() { sort_by_ident(contents_.proximity); }
+void ItemStore::sort_proximity() {
+  ++revision_;
+  sort_by_ident(contents_.proximity);
+}
 
 // None for a kind that is no plain list of records.
 PackedItems ItemStore::Contents::*ItemStore::records_of(char kind) {
@@ -340,7 +360,68 @@ int ItemStore::selected_count(char kind) const {
       contents_.routes, [](const Route& route) { return route.header && is_selected(*route.header); }));
 }
 
+void ItemStore::replace(char kind, int index, const ItemRecord& item) {
+  const auto records = records_of(kind);
+  if (records == nullptr) return;
+  ++revision_;
+  ItemRecord changed = item;
+  replace_bars(changed);
+  changed.kind = kind;
+  changed.number = (contents_.*records)[slot_of(index)].number;
+  set_hemispheres(changed);
+  (contents_.*records).replace(slot_of(index), changed);
+  if (kind != 'W') return;
+  index_.forget();
+  for (Route& route : contents_.routes)
+    for (ItemRecord& point : route.points)
+      if (point.number == changed.number) point = route_point_of(changed, point);
+}
+
+void ItemStore::replace_route(int number, Route route) {
+  ++revision_;
+  if (route.header) {
+    replace_bars(*route.header);
+    route.header->kind = 'R';
+    route.header->route_number = static_cast<std::uint32_t>(number);
+  }
+  for (ItemRecord& point : route.points) {
+    point.kind = 'W';
+    point.route_number = static_cast<std::uint32_t>(number);
+  }
+  contents_.routes[static_cast<std::size_t>(number)] = std::move(route);
+}
+
+void ItemStore::set_in_use(char kind, int index, bool in_use) {
+  ++revision_;
+  if (const auto records = records_of(kind); records != nullptr) {
+    ItemRecord item = (contents_.*records)[slot_of(index)];
+    item.in_use = flag_of(in_use);
+    (contents_.*records).replace(slot_of(index), item);
+  } else if (kind == 'R') {
+    std::optional<ItemRecord>& header = contents_.routes[static_cast<std::size_t>(index)].header;
+    if (header) header->in_use = flag_of(in_use);
+  }
+}
+
+int ItemStore::remove_duplicates(bool same_place) {
+  ++revision_;
+  PackedItems& waypoints = contents_.waypoints;
+  std::set<std::tuple<std::string, double, double>> seen;
+  int removed = 0;
+  for (std::size_t slot = 0; slot < waypoints.size(); ++slot) {
+    ItemRecord waypoint = waypoints[slot];
+    if (waypoint.in_use == 0) continue;
+    const geodesy::Position place = same_place ? waypoint.position : geodesy::Position{};
+    if (seen.emplace(base::lower_case(waypoint.ident), place.latitude, place.longitude).second) continue;
+    waypoint.in_use = 0;
+    waypoints.replace(slot, waypoint);
+    ++removed;
+  }
+  return removed;
+}
+
 void ItemStore::forget_routes() {
+  ++revision_;
   contents_.routes.fill(Route{});
   contents_.route_index = -1;
   contents_.last_route_index = -1;
@@ -362,6 +443,7 @@ void ItemStore::clear_routes() {
 }
 
 void ItemStore::clear_tracks() {
+  ++revision_;
   contents_.track_points = {};
   forget_pending_track();
   contents_.first_after_clearing = true;
@@ -369,12 +451,14 @@ void ItemStore::clear_tracks() {
 }
 
 void ItemStore::clear_events() {
+  ++revision_;
   contents_.events = {};
   contents_.next_event_number = Contents{}.next_event_number;
   front_end_.refresh_title();
 }
 
 void ItemStore::clear_proximity() {
+  ++revision_;
   contents_.proximity = {};
   contents_.last_proximity_number = 0;
   front_end_.refresh_title();
@@ -398,6 +482,7 @@ void ItemStore::clear_all() {
 }
 
 void ItemStore::restore(const Contents& contents) {
+  ++revision_;
   contents_ = contents;
   index_.forget();
   front_end_.refresh_title();

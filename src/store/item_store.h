@@ -67,8 +67,6 @@ class ItemStore {
   // point also goes into the waypoint store, and keeps its time as given.
   [[nodiscard]] int push_route(bool is_point);
   [[nodiscard]] int push_track();
-  // The record in the place of a track point, from 1 to track_point_count().
-  void replace_track_point(int index, const ItemRecord& point);
   [[nodiscard]] int push_event();
   [[nodiscard]] int push_proximity();
 
@@ -113,6 +111,8 @@ class ItemStore {
   // Runs of points, each from a point whose segment flag is not 0 to the next such.
   [[nodiscard]] int track_count() const;
   [[nodiscard]] bool empty() const;  // of items; the almanac does not count
+  // Another number after every change of items or routes, but for their selection: those who show them ask it.
+  [[nodiscard]] std::uint64_t revision() const { return revision_; }
 
   // Indices from 1 to the count; routes from 0 to 99. Records come by value: texts in them live as long as they.
   [[nodiscard]] ItemRecord waypoint(int index) const { return contents_.waypoints[slot_of(index)]; }
@@ -128,6 +128,17 @@ class ItemStore {
   [[nodiscard]] int find_waypoint(std::string_view ident);
   // The same, but latitude and longitude must also be equal to the last bit.
   [[nodiscard]] int find_waypoint(std::string_view ident, const geodesy::Position& position);
+
+  // Changes of what is held; indices as above. The record takes the place of another of its kind ('W', 'T', 'I', 'P')
+  // and its number. Route points of a waypoint become the same, but for what they have of their route.
+  void replace(char kind, int index, const ItemRecord& item);
+  // The route in the place of another, or of none; without a header the row is free again.
+  void replace_route(int number, Route route);
+  // Items out of use stay where they are, but nothing writes or uploads them; of a route ('R') the header alone tells.
+  void set_in_use(char kind, int index, bool in_use);
+  // Puts waypoints out of use that have the ident (in any letter case), and with `same_place` the very position too,
+  // of one before them that is in use. How many they were.
+  int remove_duplicates(bool same_place);
 
   // By ident without regard to letter case; equal ones keep their order. Numbers and route points stay as they are.
   void sort_waypoints();
@@ -167,6 +178,7 @@ class ItemStore {
   base::FrontEnd& front_end_;
   Contents contents_;
   WaypointIndex index_;
+  std::uint64_t revision_ = 0;
   std::int64_t input_time_offset_ = 0;
   bool route_overflow_ = false;
   std::string track_log_name_, track_log_colour_;

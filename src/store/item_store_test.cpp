@@ -310,10 +310,49 @@ TEST_F(ItemStoreTest, SelectingMarksEveryItemOfAKindOrOne) {
 TEST_F(ItemStoreTest, AnItemThatIsNoLongerInUseDoesNotCountAsSelected) {
   push_track_point();
   items.select_all('T', true);
-  ItemRecord point = items.track_point(1);
-  point.in_use = 0;
-  items.replace_track_point(1, point);
+  items.set_in_use('T', 1, false);
   EXPECT_EQ(items.selected_count('T'), 0);
+}
+
+TEST_F(ItemStoreTest, AChangedWaypointKeepsItsNumberAndIsTheSameInItsRoutes) {
+  push_header(3, "HOME");
+  push_route_point("A");
+  push_route_point("B");
+  items.set_route_link(7, {}, "LINK");
+  push_waypoint("C");
+  ItemRecord changed = items.waypoint(2);
+  changed.ident = "B|NEW";
+  changed.position = {-5, -6};
+  changed.number = 99;
+  const std::uint64_t before = items.revision();
+  items.replace('W', 2, changed);
+  EXPECT_NE(items.revision(), before);
+  EXPECT_EQ(items.waypoint(2).ident, "B-NEW");
+  EXPECT_EQ(items.waypoint(2).number, 2u);
+  EXPECT_EQ(items.waypoint(2).latitude_hemisphere, 'S');
+  const Route& route = items.route(3);
+  EXPECT_EQ(route.points[0].ident, "A");
+  EXPECT_EQ(route.points[1].ident, "B-NEW");
+  EXPECT_EQ(route.points[1].position.longitude, -6);
+  EXPECT_EQ(route.points[1].route_number, 3u);
+  EXPECT_EQ(route.points[1].route_link_ident, "LINK");
+  EXPECT_EQ(items.find_waypoint("b-new"), 2);
+  EXPECT_EQ(items.find_waypoint("B"), 0);
+}
+
+TEST_F(ItemStoreTest, DuplicatesGoOutOfUseAndTheFirstStays) {
+  push_waypoint("A", 1, 2);
+  push_waypoint("a", 1, 2);
+  push_waypoint("A", 3, 4);
+  push_waypoint("B", 1, 2);
+  items.set_in_use('W', 1, false);
+  EXPECT_EQ(items.remove_duplicates(true), 0) << "a deleted waypoint is nobody's original";
+  items.set_in_use('W', 1, true);
+  EXPECT_EQ(items.remove_duplicates(true), 1);
+  EXPECT_EQ(items.waypoint(2).in_use, 0);
+  EXPECT_EQ(items.remove_duplicates(false), 1);
+  EXPECT_EQ(items.waypoint(3).in_use, 0);
+  EXPECT_EQ(items.waypoint(4).in_use, 1);
 }
 
 }  // namespace

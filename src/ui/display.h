@@ -40,6 +40,7 @@ class Display : public base::FrontEnd {
   void step_progress() override;
   void show_title(std::string_view text) override { screen_.paint_title(text); }
   void refresh_title() override;
+  void beep() override { screen_.beep(); }
   bool EscPressed() override { return screen_.take_abort_request(); }
 
   // Before each command: all lines and the third status field blank.

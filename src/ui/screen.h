@@ -23,6 +23,7 @@ class Screen {
   virtual bool choose(std::string_view title, std::span<base::Choice> choices) = 0;
   // Takes one pending input event; true when it asks to abort.
   virtual bool take_abort_request() = 0;
+  virtual void beep() {}
 };
 
 }  // namespace ui

@@ -25,4 +25,16 @@ std::string title_text(const session::Session& session) {
                            r);
 }
 
+std::string_view readiness_text(const session::Session& session) {
+  switch (session.settings.GPS) {
+    case store::Family::Garmin:
+      return "Ready -- GPS is Garmin";
+    case store::Family::Lowrance:
+      return "Ready -- GPS is Lowrance/Eagle";
+    case store::Family::None:
+      break;
+  }
+  return "Ready -- GPS is UNKNOWN";
+}
+
 }  // namespace ui

@@ -89,7 +89,7 @@ TEST_F(GarminScreen, TheSimulatedScreenArrivesAsItIsShown) {
 
 TEST_F(GarminScreen, IsTurnedToTheLeftAndSavedUnderBothNames) {
   EXPECT_FALSE(run(40099));
-  EXPECT_EQ(front_end.lines[1], "There is no picture of a receiver's screen to turn.");
+  EXPECT_EQ(front_end.lines[1], "There is no picture of a receiver's screen.");
   EXPECT_FALSE(save("none.png"));
   EXPECT_FALSE(std::filesystem::exists(file("none.png")));
   send({header(1, 1, 8, 2), pixels(0, {0x01}), pixels(1, {0x80})});

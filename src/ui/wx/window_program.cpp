@@ -1,0 +1,70 @@
+#include "ui/wx/window_program.h"
+
+#include <wx/app.h>
+#include <wx/cmdline.h>
+#include <wx/image.h>
+
+#include <clocale>
+
+#include "ui/wx/main_frame.h"
+#include "ui/wx/text.h"
+
+namespace ui::wx {
+namespace {
+
+class Program : public wxApp {
+ public:
+  Program(base::Clock& clock, const session::Surroundings& surroundings) : clock_(clock), surroundings_(surroundings) {}
+
+  bool OnInit() override {
+    SetAppName("pelorix");
+    SetAppDisplayName("Pelorix");
+    if (!wxApp::OnInit()) return false;
+    std::setlocale(LC_NUMERIC, "C");  // numbers of files and receivers have a point
+    wxInitAllImageHandlers();
+    screen_ = std::make_unique<WindowScreen>(clock_);
+    display_ = std::make_unique<Display>(*screen_);
+    session_ = std::make_unique<session::Session>(clock_, *display_, surroundings_);
+    store::Settings& settings = session_->settings;
+    store::load_configuration(surroundings_.start_directory / "pelorix.ini", settings);
+    if (settings.EnableDebugFile != 0) session_->open_debug_log();
+    if (settings.LogDisplayOutput != 0) display_->log_to("DisplayOutput");
+    session_->apply_settings();
+    auto* frame = new MainFrame(*session_, *display_, *screen_);
+    frame->Show();
+    if (!files_.empty()) frame->CallAfter([frame, files = files_] { frame->read_files(files); });
+    return true;
+  }
+
+  void OnInitCmdLine(wxCmdLineParser& parser) override {
+    wxApp::OnInitCmdLine(parser);
+    parser.AddParam("files to read", wxCMD_LINE_VAL_STRING, wxCMD_LINE_PARAM_OPTIONAL | wxCMD_LINE_PARAM_MULTIPLE);
+    parser.AddSwitch("", "version", "show the version and end");
+  }
+
+  bool OnCmdLineParsed(wxCmdLineParser& parser) override {
+    if (parser.Found("version")) {
+      wxMessageOutputStderr(stdout).Printf("Pelorix %s", std::string(session::kVersion));
+      return false;
+    }
+    for (std::size_t i = 0; i < parser.GetParamCount(); ++i) files_.push_back(path_of(parser.GetParam(i)));
+    return wxApp::OnCmdLineParsed(parser);
+  }
+
+ private:
+  base::Clock& clock_;
+  const session::Surroundings& surroundings_;
+  std::vector<std::filesystem::path> files_;
+  std::unique_ptr<WindowScreen> screen_;
+  std::unique_ptr<Display> display_;
+  std::unique_ptr<session::Session> session_;
+};
+
+}  // namespace
+
+int run_window_program(int argc, char** argv, base::Clock& clock, const session::Surroundings& surroundings) {
+  wxApp::SetInstance(new Program(clock, surroundings));
+  return wxEntry(argc, argv);
+}
+
+}  // namespace ui::wx
