@@ -4,7 +4,6 @@
 #include "session/file_formats.h"
 #include "simulators/built_in_data.h"
 #include "simulators/lowrance_data.h"
-#include "textfile/position_columns.h"
 
 namespace session {
 namespace {

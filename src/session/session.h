@@ -37,7 +37,10 @@
 #include "store/config_file.h"
 #include "store/item_store.h"
 #include "store/settings.h"
+#include "store/symbol_sets.h"
+#include "store/symbols.h"
 #include "textfile/file_dispatch.h"
+#include "textfile/position_columns.h"
 #include "textfile/text_writer.h"
 
 namespace session {
