@@ -1,8 +1,9 @@
 # What the build and the tests need from Debian. Sourced by ./run and ./check.
 
 PACKAGES_RUN="g++ cmake ninja-build libcli11-dev libpugixml-dev zlib1g-dev"
-PACKAGES_CHECK="$PACKAGES_RUN libgtest-dev libgmock-dev python3 clang-format g++-mingw-w64-x86-64-posix libz-mingw-w64-dev gpsbabel \
-clang libclang-rt-dev"
+PACKAGES_WINDOW="$PACKAGES_RUN libwxgtk3.2-dev cmark-gfm"
+PACKAGES_CHECK="$PACKAGES_WINDOW libgtest-dev libgmock-dev python3 clang-format g++-mingw-w64-x86-64-posix libz-mingw-w64-dev gpsbabel \
+clang libclang-rt-dev xvfb openbox imagemagick"
 
 # install_packages NAME...: installs what is missing, as root or through sudo; ends the script when it cannot.
 install_packages() {

@@ -315,6 +315,19 @@ KeyResult set_key(Settings& settings, std::string_view name, std::string_view va
   return KeyResult::UnknownKey;
 }
 
+std::optional<std::string> key_text(const Settings& settings, std::string_view name) {
+  for (const Key& row : kKeys)
+    if (row.write != nullptr && row.name == name) return row.write(settings);
+  return std::nullopt;
+}
+
+std::vector<std::string_view> key_names() {
+  std::vector<std::string_view> names;
+  for (const Key& row : kKeys)
+    if (row.read != nullptr) names.push_back(row.name);
+  return names;
+}
+
 void read_configuration(std::string_view contents, Settings& settings) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";  // some editors begin a file with it
   if (contents.starts_with(kByteOrderMark)) contents.remove_prefix(kByteOrderMark.size());

@@ -3,8 +3,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/front_end.h"
 #include "store/settings.h"
@@ -15,6 +17,11 @@ enum class [[nodiscard]] KeyResult{Set, UnknownKey, BadValue};
 
 // Sets one setting by its key (letter case counts) and its text in the file; anything but Set leaves it as it was.
 KeyResult set_key(Settings& settings, std::string_view name, std::string_view value);
+
+// The setting as the file would have it; nothing for an unknown key, or where the file would have no line.
+[[nodiscard]] std::optional<std::string> key_text(const Settings& settings, std::string_view name);
+// All keys, in the order of the file.
+[[nodiscard]] std::vector<std::string_view> key_names();
 
 // Takes over every key that the text holds; unknown lines and bad values are passed over.
 void read_configuration(std::string_view contents, Settings& settings);

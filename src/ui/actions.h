@@ -29,6 +29,8 @@ bool read_files(const CommandContext& context, const std::vector<std::filesystem
 bool save_as(const CommandContext& context, int id);
 bool save_igc(const CommandContext& context, int id);
 bool save_configuration(const CommandContext& context, int id);
+// The same for windows that are open while a command runs; the place is that of the main window, if it has one now.
+bool write_configuration(session::Session& session, const std::optional<store::WindowRectangle>& place);
 bool save_datum_list(const CommandContext& context, int id);
 bool name_debug_file(const CommandContext& context, int id);
 bool choose_debug_format(const CommandContext& context, int id);

@@ -27,6 +27,7 @@ class Display : public base::FrontEnd {
   void set_title_source(std::function<std::string()> source) { title_source_ = std::move(source); }
   // Each line written is appended to the file from now on. Silently nothing when it cannot be opened.
   void log_to(const std::filesystem::path& path) { log_.open(path, std::ios::app); }
+  void close_log() { log_.close(); }
 
   void write_line(int line, std::string_view text) override;
   void write_progress(int line, std::string_view text) override;

@@ -105,8 +105,11 @@ bool save_igc(const CommandContext& context, int) {
 }
 
 bool save_configuration(const CommandContext& context, int) {
-  Session& session = context.session;
-  if (const auto place = context.windows.place()) session.settings.StartupLocation = place;
+  return write_configuration(context.session, context.windows.place());
+}
+
+bool write_configuration(Session& session, const std::optional<store::WindowRectangle>& place) {
+  if (place) session.settings.StartupLocation = place;
   return store::save_configuration(session.surroundings.start_directory / "pelorix.ini", session.settings,
                                    session.front_end);
 }

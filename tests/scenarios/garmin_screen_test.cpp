@@ -45,8 +45,8 @@ class GarminScreen : public support::TransferScenario {
   }
   void send(const std::vector<Packet>& packets) { receiver_->answers[kSendDisplay] = packets; }
   bool run(int command) {
-    const auto commands = ui::commands();
-    return std::ranges::find(commands, command, &ui::Command::id)->action(*session, command);
+    ui::Windows none;
+    return ui::find_command(command)->action({*session, none}, command);
   }
   // The rows of what was downloaded from the top; empty for nothing.
   std::string downloaded() {

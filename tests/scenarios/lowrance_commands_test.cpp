@@ -12,8 +12,8 @@ using support::ScriptedDevice;
 class LowranceCommands : public support::LowranceScenario {
  protected:
   bool run(int command) {
-    const auto commands = ui::commands();
-    return std::ranges::find(commands, command, &ui::Command::id)->action(*session, command);
+    ui::Windows none;
+    return ui::find_command(command)->action({*session, none}, command);
   }
   bool identify() {
     return timed([this] { return session->get_gps_id(); });

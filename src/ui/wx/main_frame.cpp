@@ -3,13 +3,12 @@
 #include <wx/accel.h>
 #include <wx/display.h>
 #include <wx/dnd.h>
-#include <wx/filedlg.h>
-#include <wx/msgdlg.h>
 #include <wx/textdlg.h>
 
 #include "ui/ports.h"
 #include "ui/title.h"
 #include "ui/wx/edit_dialogs.h"
+#include "ui/wx/file_dialogs.h"
 #include "ui/wx/help.h"
 #include "ui/wx/list_frame.h"
 #include "ui/wx/map_frame.h"
@@ -24,6 +23,13 @@ namespace {
 // The size that ten lines, the menu and the status bar need, in pixels of a plain screen.
 constexpr int kWidth = 630;
 constexpr int kHeight = 268;
+
+// A window beside the main one, whose events are its own alone.
+template <typename Frame>
+Frame* independent(Frame* frame) {
+  frame->SetExtraStyle(frame->GetExtraStyle() | wxWS_EX_BLOCK_EVENTS);
+  return frame;
+}
 
 class DroppedFiles : public wxFileDropTarget {
  public:
@@ -41,13 +47,6 @@ class DroppedFiles : public wxFileDropTarget {
  private:
   MainFrame& frame_;
 };
-
-wxString wildcards(const FileQuestion& question) {
-  wxString text;
-  for (const FileQuestion::Type& type : question.types)
-    text += (text.empty() ? "" : "|") + wx_text(type.label) + "|" + wx_text(type.pattern);
-  return text;
-}
 
 }  // namespace
 
@@ -183,7 +182,7 @@ bool MainFrame::edit(const ItemRef& item) {
 }
 
 MapFrame& MainFrame::open_map() {
-  if (!map_) map_ = new MapFrame(this, *this);
+  if (!map_) map_ = independent(new MapFrame(this, *this));
   map_->Show();
   map_->Raise();
   return *map_;
@@ -205,34 +204,11 @@ ListFrame* MainFrame::list_frame(char kind) const {
 }
 
 std::vector<std::filesystem::path> MainFrame::ask_files_to_open(FileQuestion& question) {
-  wxFileDialog dialog(this, wx_text(question.title), wx_path(question.directory), "", wildcards(question),
-                      wxFD_OPEN | wxFD_FILE_MUST_EXIST | wxFD_MULTIPLE);
-  dialog.SetFilterIndex(question.type);
-  if (dialog.ShowModal() != wxID_OK) return {};
-  question.type = dialog.GetFilterIndex();
-  wxArrayString names;
-  dialog.GetPaths(names);
-  std::vector<std::filesystem::path> files;
-  for (const wxString& name : names) files.push_back(path_of(name));
-  return files;
+  return wx::ask_files_to_open(this, question);
 }
 
 std::optional<std::filesystem::path> MainFrame::ask_file_to_save(FileQuestion& question) {
-  wxFileDialog dialog(this, wx_text(question.title), wx_path(question.directory), wx_path(question.name),
-                      wildcards(question), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-  dialog.SetFilterIndex(question.type);
-  if (dialog.ShowModal() != wxID_OK) return std::nullopt;
-  question.type = std::max(dialog.GetFilterIndex(), 0);
-  std::filesystem::path file = path_of(dialog.GetPath());
-  const std::string& pattern = question.types[static_cast<std::size_t>(question.type)].pattern;
-  if (file.has_extension() || !pattern.starts_with("*.")) return file;
-  file += pattern.substr(1);
-  std::error_code error;
-  const wxString overwrite = wx_path(file.filename()) + " is there already. Do you want to replace it?";
-  if (std::filesystem::exists(file, error) &&
-      wxMessageBox(overwrite, wx_text(question.title), wxYES_NO | wxICON_QUESTION, this) != wxYES)
-    return std::nullopt;
-  return file;
+  return wx::ask_file_to_save(this, question);
 }
 
 bool MainFrame::ask_igc_options() { return wx::ask_igc_options(this, *this); }
@@ -254,7 +230,7 @@ bool MainFrame::choose_datum() {
 
 bool MainFrame::show_list(char kind) {
   wxWeakRef<ListFrame>& frame = lists_[kind];
-  if (!frame) frame = new ListFrame(this, *this, kind);
+  if (!frame) frame = independent(new ListFrame(this, *this, kind));
   frame->Show();
   frame->Raise();
   return true;
@@ -267,7 +243,7 @@ void MainFrame::close_list(char kind) {
 bool MainFrame::create_item(char kind) { return wx::create_item(wxGetActiveWindow(), *this, kind); }
 
 bool MainFrame::show_picture() {
-  if (!picture_) picture_ = new PictureFrame(this, *this, picture_is_stretched_);
+  if (!picture_) picture_ = independent(new PictureFrame(this, *this, picture_is_stretched_));
   picture_->show_change(Change::Picture);
   picture_->Show();
   picture_->Raise();
@@ -287,7 +263,7 @@ bool MainFrame::show_map() {
 }
 
 bool MainFrame::show_profile() {
-  if (!profile_) profile_ = new ProfileFrame(this, *this);
+  if (!profile_) profile_ = independent(new ProfileFrame(this, *this));
   profile_->Show();
   profile_->Raise();
   return true;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "ui/wx/desk.h"
+#include "ui/wx/map_canvas.h"
 
 namespace ui::wx {
 
@@ -17,8 +18,14 @@ class MapFrame : public wxFrame, public View {
   // Puts these items into the middle and marks them.
   void show_items(const std::vector<ItemRef>& items);
 
+  [[nodiscard]] MapCanvas& canvas() { return *canvas_; }
+
  private:
+  void make_menu();
+  void show_pointer(const std::optional<ItemRef>& item, const geodesy::Position& position);
+
   Desk& desk_;
+  MapCanvas* canvas_ = nullptr;
   Registration registration_;
 };
 

@@ -3,8 +3,11 @@
 #include <wx/app.h>
 #include <wx/cmdline.h>
 #include <wx/image.h>
+#include <wx/msgdlg.h>
 
 #include <clocale>
+#include <memory>
+#include <new>
 
 #include "ui/wx/main_frame.h"
 #include "ui/wx/text.h"
@@ -49,6 +52,19 @@ class Program : public wxApp {
     }
     for (std::size_t i = 0; i < parser.GetParamCount(); ++i) files_.push_back(path_of(parser.GetParam(i)));
     return wxApp::OnCmdLineParsed(parser);
+  }
+
+  // What the system has no memory for ends the program, but not without a word.
+  bool OnExceptionInMainLoop() override {
+    try {
+      throw;
+    } catch (const std::bad_alloc&) {
+      wxMessageBox("Out of Memory in main loop -- aborting.", "oomem", wxOK | wxICON_ERROR);
+    } catch (const std::exception& error) {
+      wxMessageBox(wxString("Program error: ") + error.what() + ". Please report to author", "Pelorix",
+                   wxOK | wxICON_ERROR);
+    }
+    return false;
   }
 
  private:

@@ -1,0 +1,124 @@
+#include "ui/editing/stored_item.h"
+
+#include <algorithm>
+
+namespace ui {
+namespace {
+
+int count_of(const store::ItemStore& items, char kind) {
+  switch (kind) {
+    case 'W':
+      return items.waypoint_count();
+    case 'T':
+      return items.track_point_count();
+    case 'I':
+      return items.event_count();
+    case 'P':
+      return items.proximity_count();
+    default:
+      return 0;
+  }
+}
+
+store::ItemRecord record_of(const store::ItemStore& items, const ItemRef& place) {
+  if (place.kind == 'T') return items.track_point(place.index);
+  if (place.kind == 'I') return items.event(place.index);
+  if (place.kind == 'P') return items.proximity(place.index);
+  return items.waypoint(place.index);
+}
+
+// The waypoint of the same name and place, of several the one with the point's number; 0 for none.
+int waypoint_of(const store::ItemStore& items, const store::ItemRecord& point) {
+  int found = 0;
+  for (int index = 1; index <= items.waypoint_count(); ++index) {
+    const store::ItemRecord waypoint = items.waypoint(index);
+    if (!(waypoint.ident == point.ident) || !(waypoint.position == point.position)) continue;
+    if (waypoint.number == point.number) return index;
+    if (found == 0) found = index;
+  }
+  return found;
+}
+
+std::optional<EditedItem> edited_of_route(const store::ItemStore& items, const ItemRef& place) {
+  if (place.index < 0 || place.index >= store::kRouteCapacity) return std::nullopt;
+  const store::Route& route = items.route(place.index);
+  if (!route.header || place.point < 0 || place.point > static_cast<int>(route.points.size())) return std::nullopt;
+  if (place.point == 0) return EditedItem{place, *route.header};
+  const store::ItemRecord& point = route.points[static_cast<std::size_t>(place.point) - 1];
+  const int index = waypoint_of(items, point);
+  if (index == 0) return EditedItem{place, point};
+  const store::ItemRecord waypoint = items.waypoint(index);
+  return EditedItem{{'W', index}, waypoint, waypoint.number != point.number};
+}
+
+int default_symbol(const store::Settings& settings) {
+  const auto of_lowrance = [](int number, int symbols) {
+    return store::code_of_lowrance_symbol(number, symbols).value_or(store::kDotSymbol);
+  };
+  switch (settings.IconSelector) {
+    case store::IconSet::Lei15:
+      return of_lowrance(settings.default_LEI15_icon, store::kFewLowranceSymbols);
+    case store::IconSet::Lei28:
+      return of_lowrance(settings.default_LEI28_icon, store::kLowranceSymbols);
+    case store::IconSet::G12xl:
+      return settings.G12XL_II_Symbol_Mapping[static_cast<std::size_t>(std::clamp(settings.default_G12_icon, 0, 15))];
+    case store::IconSet::StreetPilot:
+      return settings.default_SP_icon;
+    default:
+      return settings.default_GPSIII_icon;
+  }
+}
+
+}  // namespace
+
+std::optional<EditedItem> edited_item(const store::ItemStore& items, const ItemRef& place) {
+  if (place.kind == 'R') return edited_of_route(items, place);
+  if (place.index < 1 || place.index > count_of(items, place.kind)) return std::nullopt;
+  return EditedItem{place, record_of(items, place)};
+}
+
+void put_back(store::ItemStore& items, const EditedItem& edited) {
+  const auto& [place, item, must_link] = edited;
+  if (place.kind != 'R') {
+    if (must_link) items.link_route_points();
+    items.replace(place.kind, place.index, item);
+    return;
+  }
+  store::Route route = items.route(place.index);
+  (place.point == 0 ? *route.header : route.points[static_cast<std::size_t>(place.point) - 1]) = item;
+  items.replace_route(place.index, std::move(route));
+}
+
+store::ItemRecord new_item(const session::Session& session, char kind) {
+  const store::Settings& settings = session.settings;
+  store::ItemRecord item = store::blank_item();
+  item.kind = kind;
+  const int symbol = default_symbol(settings);
+  item.symbol = std::in_range<std::int16_t>(symbol) ? static_cast<std::int16_t>(symbol) : store::kDotSymbol;
+  item.symbol_mode = store::mode_of_codes(settings);
+  item.display_mode = 3;
+  if (kind == 'I') item.time = {static_cast<std::uint32_t>(session.clock.unix_seconds() - store::kGarminEpochUnix)};
+  return item;
+}
+
+Added add_item(store::ItemStore& items, const store::ItemRecord& item) {
+  const int before = count_of(items, item.kind);
+  items.set_input_time_offset(0);
+  items.start_item();
+  items.CurrentItem = item;
+  const int refused = item.kind == 'I'   ? items.push_event()
+                      : item.kind == 'P' ? items.push_proximity()
+                                         : items.push_waypoint(0);
+  if (refused != 0) return Added::StoreIsFull;
+  if (count_of(items, item.kind) > before) return Added::Yes;
+  // Dropped as a duplicate, or put in the place of one.
+  for (int index = 1; index <= items.waypoint_count(); ++index) {
+    const store::ItemRecord waypoint = items.waypoint(index);
+    if (waypoint.ident == item.ident && waypoint.position == item.position && waypoint.comment == item.comment &&
+        waypoint.symbol == item.symbol)
+      return Added::Yes;
+  }
+  return Added::IsThereAlready;
+}
+
+}  // namespace ui

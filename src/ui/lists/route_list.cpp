@@ -1,0 +1,101 @@
+#include "ui/lists/route_list.h"
+
+#include "base/text.h"
+
+namespace ui::lists {
+namespace {
+
+double leg_metres(const store::Route& route, std::size_t point) {
+  return geodesy::great_circle_distance(route.points[point - 1].position, route.points[point].position,
+                                        geodesy::DistanceUnit::Metres);
+}
+
+}  // namespace
+
+RouteList::RouteList(const session::Session& session) : session_(session) { take_settings(); }
+
+std::vector<ItemRef> RouteList::routes() const {
+  std::vector<ItemRef> found;
+  for (int number = 0; number < store::kRouteCapacity; ++number)
+    if (session_.items.route(number).header) found.push_back({'R', number, 0});
+  return found;
+}
+
+std::vector<ItemRef> RouteList::points(int number) const {
+  std::vector<ItemRef> found;
+  const int count = static_cast<int>(session_.items.route(number).points.size());
+  for (int point = 1; point <= count; ++point) found.push_back({'R', number, point});
+  return found;
+}
+
+std::string RouteList::title(RouteField field) const {
+  const bool utm = session_.settings.DMSMode == geodesy::Notation::Utm;
+  switch (field) {
+    case RouteField::Name:
+      return "Route";
+    case RouteField::Latitude:
+      return utm ? "Zone" : "Latitude";
+    case RouteField::Longitude:
+      return utm ? "Easting, Northing" : "Longitude";
+    case RouteField::Leg:
+      return "Leg (" + std::string(texts_->distance_unit()) + ")";
+    case RouteField::Comment:
+      break;
+  }
+  return "Comment";
+}
+
+const store::ItemRecord* RouteList::record(const ItemRef& item) const {
+  const store::Route& route = session_.items.route(item.index);
+  if (item.point == 0) return route.header ? &*route.header : nullptr;
+  const auto point = static_cast<std::size_t>(item.point);
+  return point <= route.points.size() ? &route.points[point - 1] : nullptr;
+}
+
+std::string RouteList::name(const ItemRef& item) const {
+  const store::ItemRecord& shown = *record(item);
+  if (item.point != 0) return std::string(shown.ident.view());
+  std::string text = base::format_text("%d", item.index);
+  if (!shown.comment.empty()) text += "  " + std::string(shown.comment.view());
+  return text;
+}
+
+std::string RouteList::leg(const ItemRef& item) const {
+  const store::Route& route = session_.items.route(item.index);
+  double metres = 0;
+  if (item.point == 1) return {};
+  if (item.point > 1) {
+    metres = leg_metres(route, static_cast<std::size_t>(item.point) - 1);
+  } else {
+    for (std::size_t point = 1; point < route.points.size(); ++point) metres += leg_metres(route, point);
+  }
+  return base::format_text("%.3f", metres / metres_per(session_.settings.DistValues));
+}
+
+std::string RouteList::text(const ItemRef& item, RouteField field) const {
+  const store::ItemRecord* shown = record(item);
+  if (shown == nullptr) return {};
+  if (field == RouteField::Name) return name(item);
+  if (field == RouteField::Leg) return leg(item);
+  if (item.point == 0) return {};
+  if (field == RouteField::Latitude) return texts_->position(shown->position).first;
+  if (field == RouteField::Longitude) return texts_->position(shown->position).second;
+  return std::string(shown->comment.view());
+}
+
+std::optional<int> RouteList::symbol(const ItemRef& item) const {
+  const store::ItemRecord* shown = item.point == 0 ? nullptr : record(item);
+  return shown == nullptr ? std::nullopt : std::optional(store::symbol_code(*shown, session_.settings));
+}
+
+bool RouteList::is_selected(const ItemRef& item) const {
+  const store::ItemRecord* header = record({'R', item.index, 0});
+  return header != nullptr && header->selected != 0;
+}
+
+bool RouteList::is_in_use(const ItemRef& item) const {
+  const store::ItemRecord* header = record({'R', item.index, 0});
+  return header == nullptr || header->in_use != 0;
+}
+
+}  // namespace ui::lists
