@@ -155,14 +155,10 @@ TEST_F(Ozi, EventsHaveTheColourOfTheSetting) {
 TEST_F(Ozi, ACommaSurvivesAndWhatCannotIsSaid) {
   start("A,B").comment = "one, two\tthree";
   ASSERT_EQ(store.push_waypoint(0), 0);
-  start(
-      "ESPA\xD1"
-      "A")
-      .symbol = 8294;  // a red circle, newer than OziExplorer's list
+  start("ESPA\321A").symbol = 8294;  // a red circle, newer than OziExplorer's list
   ASSERT_EQ(store.push_waypoint(0), 0);
   const std::string written = write(write_ozi_waypoints);
-  EXPECT_THAT(written, HasSubstr("   1,A\xD1"
-                                 "B           ,"));
+  EXPECT_THAT(written, HasSubstr("   1,A\321B           ,"));
   EXPECT_THAT(written, HasSubstr(",one\xD1 two-three   "));
   EXPECT_THAT(written, HasSubstr("   2,ESPANA        ,  54.325000,  10.145000,32873.0000000,70,"));
   EXPECT_EQ(front_end.lines[2],

@@ -13,11 +13,8 @@ PacketAssembler::State feed_all(PacketAssembler& assembler, const Bytes& bytes) 
   return state;
 }
 
-TEST(FrameMessage, AckForPacket16HasItsDleDoubled) {
+TEST(FrameMessage, ADleAmongTheDataAndAsChecksumIsDoubled) {
   EXPECT_EQ(frame_message(Bytes{6, 2, 16, 0}), (Bytes{0x10, 6, 2, 0x10, 0x10, 0, 0xE8, 0x10, 3}));
-}
-
-TEST(FrameMessage, AChecksumOf16IsDoubledToo) {
   // 0xEE + 0x01 + 0x01 = 0xF0, whose two's complement is 0x10.
   EXPECT_EQ(frame_message(Bytes{0xEE, 1, 1}), (Bytes{0x10, 0xEE, 1, 1, 0x10, 0x10, 0x10, 3}));
 }

@@ -28,6 +28,8 @@ TEST(RouteRecords, AHeaderHasANumberOrANameOrBoth) {
   const RouteHeader d202 = header_of(202, data_of("LAKE TO HOME\0"));
   EXPECT_EQ(d202.number, std::nullopt);
   EXPECT_EQ(d202.name, "LAKE TO HOME");
+  EXPECT_EQ(header_of(200, data_of("\0")).number, 0);  // a number too
+  EXPECT_EQ(header_of(202, data_of("\0")).name, "");
 }
 
 template <typename Record>
@@ -45,11 +47,6 @@ TEST(RouteRecords, AHeaderGoesOutAsItCame) {
   EXPECT_EQ(encoded(kRouteHeaderFormats, 201, RouteHeader{300, "TWENTY LETTERS AND MORE"}),
             data_of("\xFFTWENTY LETTERS AND M"));
   EXPECT_EQ(encoded(kRouteHeaderFormats, 202, RouteHeader{7, std::string(99, 'A')}).size(), 51U);
-}
-
-TEST(RouteRecords, RouteZeroIsANumberAndAnEmptyNameIsAName) {
-  EXPECT_EQ(header_of(200, data_of("\0")).number, 0);
-  EXPECT_EQ(header_of(202, data_of("\0")).name, "");
 }
 
 constexpr char kLink[] =

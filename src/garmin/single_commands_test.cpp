@@ -1,15 +1,12 @@
 #include "garmin/single_commands.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <memory>
 
-#include "tests/support/recording_front_end.h"
-#include "tests/support/scripted_device.h"
+#include "tests/support/garmin_line.h"
 
 namespace garmin {
 namespace {
@@ -38,18 +35,10 @@ const Bytes kPvt{0x00, 0x80, 0x18, 0x43, 0x00, 0x00, 0x04, 0x41, 0x00, 0x00, 0xD
                  0x10, 0xC0, 0x00, 0x00, 0x00, 0x3E, 0x00, 0x00, 0x50, 0xC2, 0x12, 0x00, 0xA7, 0x10, 0x00, 0x00};
 
 // A receiver that acknowledges what it is sent and answers commands as the test says.
-class SingleCommands : public testing::Test {
+class SingleCommands : public support::GarminLine {
  protected:
   SingleCommands() {
-    auto made =
-        std::make_shared<std::unique_ptr<support::ScriptedDevice>>(std::make_unique<support::ScriptedDevice>(clock));
-    device = made->get();
-    port = std::make_unique<serial::ComPort>([made](const std::string&) { return std::move(*made); }, clock, front_end,
-                                             flags);
-    link = std::make_unique<GarminLink>(*port, clock, front_end, flags, log);
-    selection = std::make_unique<ProtocolSelection>(*link, *port, front_end, flags);
-    commands = std::make_unique<GarminCommands>(Connection{*link, *port, *selection, front_end, flags}, clock);
-    device->on_sent = [this](const Bytes& frame) { on_sent(frame); };
+    device.on_sent = [this](const Bytes& frame) { on_sent(frame); };
   }
   void on_sent(const Bytes& frame) {
     constexpr std::uint8_t kAck = 6, kCommand = 10, kRequest = 254;
@@ -67,21 +56,7 @@ class SingleCommands : public testing::Test {
     }
     for (const Packet& packet : answers[command]) queue(packet);
   }
-  // Framed by hand rules, so that the program's own framing is not its judge.
-  void queue(const Packet& packet) {
-    Bytes body{packet.id, static_cast<std::uint8_t>(packet.data.size())};
-    body.insert(body.end(), packet.data.begin(), packet.data.end());
-    unsigned sum = 0;
-    for (const std::uint8_t byte : body) sum += byte;
-    body.push_back(static_cast<std::uint8_t>(0U - sum));
-    Bytes frame{0x10};
-    for (const std::uint8_t byte : body) {
-      frame.push_back(byte);
-      if (byte == 0x10) frame.push_back(byte);
-    }
-    frame.insert(frame.end(), {0x10, 3});
-    device->queue(frame);
-  }
+  void queue(const Packet& packet) { device.queue(wire(packet.id, packet.data)); }
   // The packets after the identification, all with their id, size and data.
   std::vector<Bytes> after_identification() {
     const auto request = std::ranges::find(heard, Bytes{254, 1, 32});
@@ -93,10 +68,10 @@ class SingleCommands : public testing::Test {
   }
   void expect_link_closed() {
     EXPECT_FALSE(flags.PortOpen);
-    EXPECT_FALSE(device->is_open);
+    EXPECT_FALSE(device.is_open);
     EXPECT_FALSE(flags.GpsIdentified);
     EXPECT_FALSE(flags.UserAbort);
-    EXPECT_FALSE(link->Identifying);
+    EXPECT_FALSE(link.Identifying);
     EXPECT_EQ(front_end.status[3], " ");
     EXPECT_THAT(front_end.boxes, IsEmpty());
   }
@@ -110,24 +85,17 @@ class SingleCommands : public testing::Test {
   bool is_silent = false;
   std::vector<Bytes> heard;
 
-  support::SteppingClock clock;
-  support::RecordingFrontEnd front_end;
-  serial::DeviceFlags flags;
-  serial::DebugLog log{front_end};
-  support::ScriptedDevice* device = nullptr;
-  std::unique_ptr<serial::ComPort> port;
-  std::unique_ptr<GarminLink> link;
-  std::unique_ptr<ProtocolSelection> selection;
-  std::unique_ptr<GarminCommands> commands;
+  ProtocolSelection selection{link, port, front_end, flags};
+  GarminCommands commands{Connection{link, port, selection, front_end, flags}, clock};
 };
 
 TEST_F(SingleCommands, TheTimeIsCountedFromTheEpochUnderBothLinks) {
   answers[kTime] = {{14, kLastSecondOf1999}};
-  EXPECT_EQ(commands->read_time(), 315619199);  // of `date -u -d "1999-12-31 23:59:59" +%s` less that of the epoch
+  EXPECT_EQ(commands.read_time(), 315619199);  // of `date -u -d "1999-12-31 23:59:59" +%s` less that of the epoch
   expect_link_closed();
   become_old_aviation_receiver();
   answers = {{kTimeOfA011, {{20, kLastSecondOf1999}}}};
-  EXPECT_EQ(commands->read_time(), 315619199);
+  EXPECT_EQ(commands.read_time(), 315619199);
   EXPECT_EQ(heard.end()[-2], (Bytes{10, 2, 20, 0}));
 }
 
@@ -136,8 +104,8 @@ TEST_F(SingleCommands, TheDebugLogNamesWhatIsSent) {
   ASSERT_TRUE(log.open(file, serial::ByteFormat::Hex, "1"));
   answers = {
       {kVoltages, {{40, {0, 1, 0, 1}}}}, {kPosition, {{17, kOnTheDateLine}}}, {kTime, {{14, kLastSecondOf1999}}}};
-  (void)commands->read_voltages();
-  (void)commands->read_position();
+  (void)commands.read_voltages();
+  (void)commands.read_position();
   log.close();
   std::vector<std::string> labels;
   std::ifstream in(file);
@@ -176,11 +144,11 @@ TEST_F(SingleCommands, AnAnswerThatIsNoneIsRefusedInWordsAndNotWaitedForAgain) {
     clock.now = {};
     answers = {{kVoltages, {c.answer}}, {kTime, {c.answer}}, {kPosition, {c.answer}}};
     if (c.answer.id == 40) {
-      EXPECT_EQ(commands->read_voltages().value_or(Voltages{9, 9}).internal, 0);
+      EXPECT_EQ(commands.read_voltages().value_or(Voltages{9, 9}).internal, 0);
     } else if (c.answer.id == 14) {
-      EXPECT_FALSE(commands->read_time());
+      EXPECT_FALSE(commands.read_time());
     } else {
-      EXPECT_FALSE(commands->read_position());
+      EXPECT_FALSE(commands.read_position());
     }
     EXPECT_EQ(front_end.lines[1], c.refusal);
     EXPECT_LT(clock.now, 1s);
@@ -191,16 +159,16 @@ TEST_F(SingleCommands, AnAnswerThatIsNoneIsRefusedInWordsAndNotWaitedForAgain) {
 TEST_F(SingleCommands, PacketsThatNobodyAskedForAreOverlooked) {
   before_answers = {{51, kPvt}, {17, kOnTheDateLine}};
   answers[kTime] = {{51, kPvt}, {14, kLastSecondOf1999}};
-  EXPECT_EQ(commands->read_time(), 315619199);
+  EXPECT_EQ(commands.read_time(), 315619199);
   before_answers.clear();
   answers[kTime] = std::vector<Packet>(200, Packet{51, kPvt});
-  EXPECT_FALSE(commands->read_time());
+  EXPECT_FALSE(commands.read_time());
   EXPECT_EQ(front_end.lines[2], "The receiver keeps sending packets that were not asked for.");
 }
 
 TEST_F(SingleCommands, AReceiverThatFallsSilentEndsTheCommandWithoutAWord) {
   silent_from = kVoltages;
-  EXPECT_FALSE(commands->read_voltages());
+  EXPECT_FALSE(commands.read_voltages());
   EXPECT_THAT(front_end.lines, IsEmpty());
   // The command once more after the first silence; nobody waits for an answer to the farewell.
   EXPECT_THAT(after_identification(), ElementsAre(Bytes{10, 2, 17, 0}, Bytes{10, 2, 17, 0}, Bytes{10, 2, 0, 0}));
@@ -208,11 +176,11 @@ TEST_F(SingleCommands, AReceiverThatFallsSilentEndsTheCommandWithoutAWord) {
 }
 
 TEST_F(SingleCommands, AReceiverThatOnlyAcknowledgesHasNoAnswer) {
-  const std::optional<Voltages> voltages = commands->read_voltages();
+  const std::optional<Voltages> voltages = commands.read_voltages();
   ASSERT_TRUE(voltages);
   EXPECT_EQ(voltages->internal, 0);
-  EXPECT_FALSE(commands->read_time());
-  EXPECT_FALSE(commands->follow_position([](std::string_view) { return true; }));
+  EXPECT_FALSE(commands.read_time());
+  EXPECT_FALSE(commands.follow_position([](std::string_view) { return true; }));
   EXPECT_LT(clock.now, 25s);
   EXPECT_THAT(front_end.lines, IsEmpty());
   expect_link_closed();
@@ -223,12 +191,12 @@ TEST_F(SingleCommands, EscEndsTheCommandAndTheNextOneWorks) {
   front_end.esc = [this, pressed = false]() mutable {
     return !heard.empty() && heard.back() == Bytes{10, 2, 5, 0} && !std::exchange(pressed, true);
   };
-  EXPECT_FALSE(commands->read_time());
+  EXPECT_FALSE(commands.read_time());
   EXPECT_EQ(front_end.lines[2], "Operation Aborted");
   EXPECT_LT(clock.now, 1s);
   expect_link_closed();
   answers[kTime] = {{14, kLastSecondOf1999}};
-  EXPECT_TRUE(commands->read_time());
+  EXPECT_TRUE(commands.read_time());
 }
 
 TEST_F(SingleCommands, TheComputersTimeIsSentUnderId14WhateverTheLink) {
@@ -236,20 +204,20 @@ TEST_F(SingleCommands, TheComputersTimeIsSentUnderId14WhateverTheLink) {
     if (is_old) become_old_aviation_receiver();
     clock.now = {};
     clock.unix_start = 1000000000;  // 2001-09-09 01:46:40 UTC
-    port->OpenGpsPort(serial::kGarminFamily, selection.get());
-    EXPECT_TRUE(commands->send_utc_time());
+    port.OpenGpsPort(serial::kGarminFamily, &selection);
+    EXPECT_TRUE(commands.send_utc_time());
     EXPECT_EQ(heard.back(), (Bytes{14, 8, 9, 9, 0xD1, 0x07, 1, 0, 46, 40}));
-    commands->close_link();
+    commands.close_link();
   }
-  port->OpenGpsPort(serial::kGarminFamily, selection.get());
+  port.OpenGpsPort(serial::kGarminFamily, &selection);
   is_silent = true;
-  EXPECT_FALSE(commands->send_utc_time());
+  EXPECT_FALSE(commands.send_utc_time());
 }
 
 class PositionVelocityTime : public SingleCommands {
  protected:
   bool follow(std::size_t enough = 100) {
-    return commands->follow_position([this, enough](std::string_view line) {
+    return commands.follow_position([this, enough](std::string_view line) {
       lines.emplace_back(line);
       return lines.size() < enough;
     });
@@ -272,7 +240,7 @@ TEST_F(PositionVelocityTime, IsOneLineARecordUntilEsc) {
 
 TEST_F(PositionVelocityTime, FailsWhenTheReceiverFallsSilentWhichIsToldToStop) {
   answers[kStartPvt] = {{51, kPvt}};
-  EXPECT_FALSE(commands->follow_position([this](std::string_view) { return is_silent = true; }));
+  EXPECT_FALSE(commands.follow_position([this](std::string_view) { return is_silent = true; }));
   EXPECT_THAT(after_identification(), ElementsAre(Bytes{10, 2, 49, 0}, Bytes{10, 2, 49, 0}, Bytes{10, 2, 50, 0},  //
                                                   Bytes{10, 2, 0, 0}));
   expect_link_closed();
@@ -290,17 +258,17 @@ TEST_F(PositionVelocityTime, IsNotAskedForWhereThereIsNone) {
 }
 
 TEST_F(SingleCommands, PowerOffIsSentOnceAndLeavesNothingBehind) {
-  EXPECT_TRUE(commands->power_off());
+  EXPECT_TRUE(commands.power_off());
   EXPECT_THAT(after_identification(), ElementsAre(Bytes{10, 2, 8, 0}));
   expect_link_closed();
   become_old_aviation_receiver();
-  EXPECT_TRUE(commands->power_off());
+  EXPECT_TRUE(commands.power_off());
   EXPECT_EQ(heard.back(), (Bytes{10, 2, 26, 0}));
 }
 
 TEST_F(SingleCommands, AReceiverThatIsOffBeforeItAcknowledgesIsOffAllTheSame) {
   unacknowledged = kPowerOff;
-  EXPECT_TRUE(commands->power_off());
+  EXPECT_TRUE(commands.power_off());
   EXPECT_LT(clock.now, 2s);
   EXPECT_THAT(front_end.lines, IsEmpty());
   expect_link_closed();
@@ -309,14 +277,14 @@ TEST_F(SingleCommands, AReceiverThatIsOffBeforeItAcknowledgesIsOffAllTheSame) {
 TEST_F(SingleCommands, PowerOffThatWasDamagedOnTheWayIsSentAgain) {
   unacknowledged = kPowerOff;
   answers[kPowerOff] = {{21, {10, 0}}};
-  device->on_sent = [this, times = 0](const Bytes& frame) mutable {
+  device.on_sent = [this, times = 0](const Bytes& frame) mutable {
     if (frame[1] == 10 && frame[3] == kPowerOff && ++times == 2) {
       unacknowledged = -2;
       answers.clear();
     }
     on_sent(frame);
   };
-  EXPECT_TRUE(commands->power_off());
+  EXPECT_TRUE(commands.power_off());
   EXPECT_EQ(std::ranges::count(heard, Bytes{10, 2, 8, 0}), 2);
 }
 

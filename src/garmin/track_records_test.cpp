@@ -54,8 +54,7 @@ TEST(TrackRecords, EveryFormatGivesBackTheBytesThatItCameIn) {
         std::pair(std::uint16_t{302}, data_of(PLACE_AND_TIME ALTITUDE_DEPTH NOT_KNOWN "\0"))})
     EXPECT_EQ(encoded(number, point(number, data)), data) << number;
   for (const auto& [number, data] :
-       {std::pair(std::uint16_t{310}, data_of("\x01\x0C"
-                                              "MORNING RIDE\0")),
+       {std::pair(std::uint16_t{310}, data_of("\x01\x0CMORNING RIDE\0")),
         std::pair(std::uint16_t{310}, data_of("\x01\x00\0")), std::pair(std::uint16_t{311}, data_of("\x02\x01")),
         std::pair(std::uint16_t{312}, data_of("\x01\xFFMORNING RIDE\0"))})
     EXPECT_EQ(encoded(number, header(number, data)), data) << number;
@@ -110,8 +109,7 @@ TEST(TrackRecords, APointWithoutAPositionIsRefusedNotPutAtZero) {
 
 TEST(TrackRecords, AHeaderNamesAndColoursItsTrack) {
   for (const std::uint16_t number : {std::uint16_t{310}, std::uint16_t{312}}) {
-    const ItemRecord item = header(number, data_of("\x01\x0C"
-                                                   "MORNING RIDE\0"));
+    const ItemRecord item = header(number, data_of("\x01\x0CMORNING RIDE\0"));
     EXPECT_EQ(item.ident, "MORNING RIDE");
     EXPECT_EQ(store::kColourNames.at(item.colour), "Blue");
     EXPECT_EQ(item.segment_flag, store::kStartsNamedTrack);

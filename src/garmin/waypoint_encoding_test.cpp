@@ -207,12 +207,8 @@ TEST(WaypointEncoding, HeightsAndDistancesThatAreNoNumbersAreNotKnown) {
 TEST(WaypointEncoding, TextsGoOutInTheLettersOfTheFormat) {
   ItemRecord item = store::blank_item();
   item.ident = "MADE@1TOO LONG";
-  item.comment =
-      "Caf\xE9 \"Stra\xDF"
-      "e\" 50%";
-  item.city =
-      "K\xF8"
-      "benhavn [old]";
+  item.comment = "Caf\xE9 \"Stra\337e\" 50%";
+  item.city = "K\370benhavn [old]";
   item.state = "\xDF";
   EXPECT_EQ(text(100, 0, 6, item), "MADE@1");  // as given
   EXPECT_EQ(text(100, 18, 40, item), "CAFE \"STRASSE\" 50-                      ");

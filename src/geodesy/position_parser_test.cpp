@@ -77,28 +77,16 @@ TEST(ParsePosition, SignsLettersAndMarksMayStandAsPeoplePutThem) {
       {"51 30 7 15", {51.5, 7.25}},
       {"51 30 36 7 15 18", {51.51, 7.255}},
       {"-51 30 -7 15", {-51.5, -7.25}},
-      {"51\xC2\xB0 30' 36\" N 7\xC2\xB0 15' 18'' W", {51.51, -7.255}},
-      {"51\xB0"
-       "30\xB4"
-       "7\xBA"
-       "15\x92",
-       {51.5, 7.25}},
-      {"N51\xC2\xBA"
-       "30\xE2\x80\x99"
-       "36\xE2\x80\x9D, E7\xC2\xBA"
-       "15\xC2\xB4",
-       {51.51, 7.25}},
-      {"\xE2\x88\x92"
-       "51.5;7.25",
-       {-51.5, 7.25}},
+      {"51\u00B0 30' 36\" N 7\u00B0 15' 18'' W", {51.51, -7.255}},
+      {"51\26030\2647\27215\x92", {51.5, 7.25}},  // degree, acute, ordinal and quote of Windows
+      {"N51\u00BA30\u201936\u201D, E7\u00BA15\u00B4", {51.51, 7.25}},
+      {"\u221251.5;7.25", {-51.5, 7.25}},
       {"51d30m36s 7d15m18s", {51.51, 7.255}},
       {"51D30M36SS 7D15M18SW", {-51.51, -7.255}},
       {"51d30m36s S 7d15m18s E", {-51.51, 7.255}},
       {"51 deg 30 min N 7 deg 15 min E", {51.5, 7.25}},
       {"51:30:36 -7:15", {51.51, -7.25}},
-      {"51\xC2\xB0"
-       "30' 7.25",
-       {51.5, 7.25}},
+      {"51\u00B030' 7.25", {51.5, 7.25}},
   });
 }
 
@@ -201,9 +189,7 @@ TEST(ParsePosition, UtmOutsideItsGridIsRefused) {
 TEST(ParsePosition, GarbageOfAnyLengthIsRefused) {
   EXPECT_FALSE(parse_position(std::string(10'000'000, '7'), kWgs84).position);
   EXPECT_FALSE(parse_position("1 2 3 4 5 6 7 8 9 1 2 3 4 5 6 7 8 9 1 2 3 4 5 6 7 8 9", kWgs84).position);
-  const std::string_view sample =
-      "N51\xC2\xB0"
-      "30'36\" E7,5;-.:+sdm32U 378531.9mE";
+  const std::string_view sample = "N51\u00B030'36\" E7,5;-.:+sdm32U 378531.9mE";
   for (std::size_t start = 0; start < sample.size(); ++start)
     for (std::size_t length = 0; length <= sample.size() - start; ++length) {
       const ParsedPosition parsed = parse_position(sample.substr(start, length), kWgs84);

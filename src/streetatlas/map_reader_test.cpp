@@ -64,39 +64,6 @@ TEST_F(MapReaderTest, CodesCountStepsBackFromTheMiddleAndLongitudesWestward) {
   }
 }
 
-TEST_F(MapReaderTest, AFileWrittenByHandIsRead) {
-  std::string file(
-      "\x02\x01"
-      "\0\0\0\0"
-      "\x03"
-      "Map"
-      "\0\0\0\x80"
-      "\0\0\0\x80",
-      18);
-  file += std::string(136 + 10 + 22, '\0');
-  const char items[] =
-      "\x01\0"  // one item
-      "\x02\0"
-      "\x01\0\0\x7F"
-      "\0\0\0\x80"
-      "\0\0\0\0"  // a symbol 2 degrees north, and a bit
-      "\x03"
-      "Old"  // its label
-      "\x01"
-      "\x02\0"
-      "\x2E\0"
-      "\0\0"
-      "\0\0"
-      "\0\0"
-      "\0"  // what is not read
-      "\x06"
-      "Bridge";
-  file.append(items, sizeof items - 1);
-  ASSERT_EQ(read_3(file), 1);
-  EXPECT_EQ(contents(), "WBridge");
-  EXPECT_DOUBLE_EQ(store.waypoint(1).position.latitude, 16777215 / 8388607.0);
-}
-
 TEST_F(MapReaderTest, SymbolsBecomeWhatTheirTextSays) {
   EXPECT_EQ(read_3(StreetAtlasBuilder(258)
                        .symbol(kPortland, "(01:01)Not this", "Mill")

@@ -4,6 +4,7 @@
 
 #include "tests/support/text_file_fixture.h"
 #include "textfile/text_layout.h"
+#include "textfile/text_writer.h"
 
 namespace textfile {
 namespace {
@@ -157,27 +158,6 @@ TEST_F(RoundTrip, TextsAtTheEdgeOfADegreeMinuteZoneOrBandComeBackAsTheyWere) {
     ASSERT_EQ(read(std::string(c.head) + line), 1) << c.position;
     options.notation = c.notation;
     EXPECT_EQ(written_lines()[0].substr(0, line.size()), line);
-  }
-}
-
-// Every degree of the globe, a little to both sides of it, in every notation.
-TEST_F(RoundTrip, WrittenPositionsPrintTheSameOnceRead) {
-  for (int degree = -179; degree < 180; ++degree) {
-    for (const double beside : {-1e-9, 0.0, 1e-9, 0.123456789}) {
-      start_waypoint("A");
-      item().position = {degree * 0.45 + beside, degree + beside};
-      push_waypoint();
-    }
-  }
-  settings.HandleReadDups = store::Duplicates::Merge;
-  for (const NotationWord& known : kNotationWords) {
-    options.notation = known.notation;
-    const store::ItemStore::Contents before = store.contents();
-    const std::string text = write();
-    store.clear_all();
-    read(text);
-    EXPECT_EQ(write(), text);
-    store.restore(before);
   }
 }
 

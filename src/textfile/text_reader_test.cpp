@@ -54,14 +54,8 @@ TEST_F(TextFileTest, PositionsAreReadInEveryNotationAndLayout) {
       PositionCase{"W  A      N54 19.5000 E010 08.7000", "DMM", 54.325, 10.145},
       PositionCase{"W  A      N54 19 30.00 E010 08 42.00", "DMS", 54.325, 10.145},
       PositionCase{"W  A      32U  574466.8  6020286.8", "", 54.325, 10.145},
-      PositionCase{"W  A      N54\xB0"
-                   "19.5000 E010\xB0"
-                   "08.7000",
-                   "", 54.325, 10.145},
-      PositionCase{"WAY    N54\xB0"
-                   "19.5000 E010\xB0"
-                   "08.7000",
-                   "", 54.325, 10.145},
+      PositionCase{"W  A      N54\26019.5000 E010\26008.7000", "", 54.325, 10.145},
+      PositionCase{"WAY    N54\26019.5000 E010\26008.7000", "", 54.325, 10.145},
   };
   for (const PositionCase& c : kCases) {
     store.clear_all();
@@ -190,24 +184,6 @@ TEST_F(TextFileTest, ARouteWithoutRoomStopsTheFileAtItsFirstPoint) {
   EXPECT_EQ(read(home), 1);  // the next file is read again
 }
 
-TEST_F(TextFileTest, TrackPointsTakeHeightsAndTracksTheirNameColourAndStyle) {
-  settings.SA_LineStyle = 9;
-  read("N  New Track Log Start - Out, and home,dark green,4\n" + with_time("T  N54 19.5000 E010 08.7000 ") +
-       " ;     12.50;      3.25;\nN  New Track Segment Start\n" + with_time("T  N54 19.5000 E010 08.7000 ") +
-       " ;      1e25;     12\n");
-  ASSERT_EQ(store.track_point_count(), 2);
-  EXPECT_EQ(store.track_point(1).segment_flag, store::kStartsNamedTrack);
-  EXPECT_EQ(store.track_point(1).ident, "Out, and home");
-  EXPECT_EQ(store.track_point(1).colour, 2);
-  EXPECT_EQ(store.track_point(1).track_style, 4);
-  EXPECT_EQ(settings.SA_LineStyle, 9);
-  EXPECT_EQ(store.track_point(1).altitude, 12.5F);
-  EXPECT_EQ(store.track_point(1).depth, 3.25F);
-  EXPECT_EQ(store.track_point(2).segment_flag, store::kStartsSegment);
-  EXPECT_FALSE(store::is_known(store.track_point(2).altitude));
-  EXPECT_EQ(store.track_point(2).depth, 12.0F);
-}
-
 TEST_F(TextFileTest, TheLastHeightOfATrackPointNeedsNoSemicolonBehindIt) {
   const std::string point = with_time("T  N54 19.5000 E010 08.7000 ");
   read(point + " ;100.5\n" + point + ";100.5;3\n" + point + " ;;3\n" + point + "\n");
@@ -248,35 +224,19 @@ TEST_F(TextFileTest, OptionLinesAreHandedOverWhole) {
   EXPECT_THAT(options_seen, ElementsAre("! -d -j 3"));
 }
 
-TEST_F(TextFileTest, DetailLinesFillTheWaypointAbove) {
-  read("Version 2\n" + std::string(kHome) + "\nc4 Field;with;Kiel;SH;DE;64;151;\n" +
-       "c5   1234.5, 1e24, 80 01 02\nc6 HOME IS A LONG NAME;Light;Kiel;Quay 1;Quay;154;\n" + "c7 A, B, 0003ff 01\n" +
-       std::string(kHome) + "\nc1 FULL IDENT\nc2 LINK\nc3 40 0A 0B\n" + std::string(kHome) + "\nc5 0, 1.5, 00\n");
-  const store::ItemRecord& full = store.waypoint(1);
-  EXPECT_EQ(full.name, "Field;with");
-  EXPECT_EQ(full.state, "SH");
-  EXPECT_EQ(full.country, "DE");
-  EXPECT_EQ(full.altitude, 1234.5F);
-  EXPECT_FALSE(store::is_known(full.depth));
-  EXPECT_EQ(full.waypoint_class, 0x80);
-  EXPECT_EQ(full.subclass[1], 2);
-  EXPECT_EQ(full.ident, "HOME IS A LONG NAME");
-  EXPECT_EQ(full.cross_road, "Quay");
-  EXPECT_EQ(full.record_type, 154);
-  EXPECT_EQ(full.detail_kind, store::kFullDetails);
-  EXPECT_EQ(full.route_link_ident, "A, B");
-  EXPECT_EQ(full.link_class, 3);
-  EXPECT_EQ(full.link_subclass[1], 1);
-  const store::ItemRecord& old = store.waypoint(2);
+TEST_F(TextFileTest, DetailLinesOfOlderWaypointsHaveMeaningsOfTheirOwn) {
+  read("Version 2\n" + std::string(kHome) + "\nc1 FULL IDENT\nc2 LINK\nc3 40 0A 0B\n" + std::string(kHome) +
+       "\nc5 0, 1.5, 00\n");
+  const store::ItemRecord& old = store.waypoint(1);
   EXPECT_EQ(old.ident, "FULL IDENT");
   EXPECT_EQ(old.comment, "SP WAYPOINT");  // Deliberate : its comment column holds the ident
   EXPECT_EQ(old.link_ident, "");          // Deliberate : up to four characters stand for no link
   EXPECT_EQ(old.record_type, 106);
   EXPECT_EQ(old.subclass[1], 0x0B);
   // Deliberate : a user waypoint keeps the fields, but is none with details.
-  EXPECT_EQ(store.waypoint(3).detail_kind, store::kNoDetails);
-  EXPECT_EQ(store.waypoint(3).altitude, 0.0F);
-  EXPECT_EQ(store.waypoint(3).depth, 1.5F);
+  EXPECT_EQ(store.waypoint(2).detail_kind, store::kNoDetails);
+  EXPECT_EQ(store.waypoint(2).altitude, 0.0F);
+  EXPECT_EQ(store.waypoint(2).depth, 1.5F);
 }
 
 // Deliberate : a bad subclass on a c7 line is said with the name c5.

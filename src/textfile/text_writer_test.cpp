@@ -24,34 +24,6 @@ TEST_F(TextFileTest, EmptyStoresGiveTheHeaderAlone) {
   EXPECT_THAT(write(), StartsWith("#Sat"));
 }
 
-TEST_F(TextFileTest, AWaypointStandsInItsColumnsInEveryNotation) {
-  struct Case {
-    geodesy::Notation notation;
-    std::string place;
-  };
-  const std::string time = " Sat Jun 01 12:00:00 2002 ";
-  for (const Case& c : {Case{geodesy::Notation::Dmm, "N54 19.5000 E010 08.7000"},
-                        Case{geodesy::Notation::Dms, "N54 19 30.00 E010 08 42.00"},
-                        Case{geodesy::Notation::Ddd, "N54.3250000 E010.1450000"},
-                        Case{geodesy::Notation::Utm, "32U  574466.8  6020286.8"}}) {
-    store.clear_all();
-    start_waypoint("QUAYSIDE");
-    item().comment = "Fuel";
-    item().time = {kNoonSeconds};
-    item().symbol = 18;
-    item().colour = 1;
-    item().display_mode = 3;
-    item().symbol_mode = 2;
-    push_waypoint();
-    options.notation = c.notation;
-    options.version = 2;
-    EXPECT_THAT(written_lines(),
-                ElementsAre("W  QUAYSIDE        " + c.place + time + "Fuel                ^   18^Red   ^S+N^2"));
-    options.version = 1;
-    EXPECT_THAT(written_lines(), ElementsAre("W  QUAYSI " + c.place + time + "Fuel                ;   18;3;2"));
-  }
-}
-
 TEST_F(TextFileTest, ColumnsAndKindsThatAreSwitchedOffAreLeftOut) {
   start_waypoint("A");
   item().time = {kNoonSeconds};
@@ -91,31 +63,6 @@ TEST_F(TextFileTest, TimesAreLocalExceptOfEventsAndRoutePoints) {
   EXPECT_EQ(lines[4], "E  04");
   EXPECT_THAT(lines[5], StartsWith("I  N54 19.5000 E010 08.7000 Sat Jun 01 12:00:00 2002 "));
   EXPECT_THAT(TextWriter(store, shift, front_end).item_line(store.waypoint(1), options), lines[0]);
-}
-
-TEST_F(TextFileTest, DetailLinesAreWrittenForWhatTheColumnsCannotHold) {
-  start_waypoint("PLAIN AND SHORT");
-  push_waypoint();
-  EXPECT_EQ(written_lines().size(), 1U);
-  store.clear_all();
-  start_waypoint("UNKNOWN HEIGHT, LONG");
-  item().detail_kind = store::kFullDetails;
-  item().record_type = 108;
-  item().waypoint_class = 0x80;
-  item().subclass[17] = 0xFF;
-  item().facility = "Pier; north";
-  push_waypoint();
-  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  UNKNOWN HEIGHT, N54"),
-                                           "c5 1e24, 1e24, 80 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 FF",
-                                           "c6 UNKNOWN HEIGHT, LONG;Pier- north;;;;108;"));
-  store.clear_all();
-  start_waypoint("HARBOUR MASTERS OFFICE");
-  item().detail_kind = store::kLongIdentDetails;
-  item().record_type = 105;
-  push_waypoint();
-  EXPECT_THAT(written_lines(), ElementsAre(HasSubstr(" HARBOUR MASTERS OFFI^"), "c1 HARBOUR MASTERS OFFICE"));
-  options.version = 1;
-  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  HARBOU N54")));
 }
 
 // Deliberate : a type 105 waypoint is whole with its c1 line, however long its ident.
@@ -187,11 +134,13 @@ TEST_F(TextFileTest, DistancesFollowTheSecondAndLaterPointsAndEachSegmentHasItsS
 TEST_F(TextFileTest, CharactersThatWouldBreakALineBecomeDashesAndAreCounted) {
   start_waypoint("A^B\nW  C");
   item().comment = "one;two^three";
+  item().facility = "Pier; north";
   push_waypoint();
   options.version = 2;
-  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  A-B-W  C        N54")));
+  EXPECT_THAT(written_lines(), ElementsAre(StartsWith("W  A-B-W  C        N54"), StartsWith("c5 1e24, 1e24, FF"),
+                                           "c6 A-B-W  C;Pier- north;;;;0;"));
   EXPECT_THAT(written_lines()[0], HasSubstr(" one;two-three "));
-  EXPECT_THAT(front_end.lines[2], StartsWith("2 texts "));
+  EXPECT_THAT(front_end.lines[2], StartsWith("3 texts "));
   options.version = 1;
   EXPECT_THAT(written_lines()[0], HasSubstr(" one-two^three "));
 }

@@ -57,10 +57,18 @@ class InFolder(unittest.TestCase):
     def run_cli(self, *arguments):
         return run(*arguments, cwd=self.folder)
 
+    def start(self, *arguments):
+        """The running program, whose output and messages can be read."""
+        return subprocess.Popen([CLI, *arguments], cwd=self.folder, text=True, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+
+    def shell(self, command):
+        return subprocess.run(["bash", "-c", command], cwd=self.folder, stdin=subprocess.DEVNULL, capture_output=True,
+                              text=True, timeout=LIMIT)
+
     def simulate(self, *options, family="garmin"):
         """Starts a simulated receiver; returns its process and the path of its pseudo-terminal."""
-        process = subprocess.Popen([CLI, "simulate", family, *options], cwd=self.folder, text=True,
-                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE, stdin=subprocess.DEVNULL)
+        process = self.start("simulate", family, *options)
         self.addCleanup(self.end, process)
         return process, process.stdout.readline().strip()
 
@@ -80,22 +88,18 @@ class Usage(InFolder):
             self.assertEqual(result.returncode, 2, arguments)
             self.assertEqual(result.stdout, "", arguments)
             self.assertNotEqual(result.stderr, "", arguments)
+        self.assertIn("teleport", self.run_cli("teleport").stderr)
 
     def test_help_and_version_go_to_standard_output(self):
         self.assertRegex(self.run_cli("--version").stdout, r"^Pelorix \d+\.\d+\.\d+\n$")
         self.assertIn("download", self.run_cli("--help").stdout)
 
-    def test_an_unknown_command_is_named(self):
-        self.assertIn("teleport", self.run_cli("teleport").stderr)
-
     def test_results_that_do_not_get_out_are_a_failure(self):
-        with open("/dev/full", "w", encoding="ascii") as full:
-            result = subprocess.run([CLI, "datums"], stdout=full, stderr=subprocess.PIPE, text=True, timeout=LIMIT)
+        result = self.shell(f"'{CLI}' datums > /dev/full")
         self.assertEqual((result.returncode, result.stderr), (1, "Standard output could not be written.\n"))
 
     def test_messages_do_not_land_in_files_when_standard_error_is_closed(self):
-        command = f"exec '{CLI}' --port sim:garmin --debug-log log identify 2>&- </dev/null"
-        subprocess.run(["bash", "-c", command], cwd=self.folder, capture_output=True, timeout=LIMIT, check=True)
+        self.assertEqual(self.shell(f"exec '{CLI}' --port sim:garmin --debug-log log identify 2>&-").returncode, 0)
         self.assertNotIn("Opening COM Port", read(self.path("log")))
 
     def test_positions(self):
@@ -148,23 +152,14 @@ class Files(InFolder):
             "W  HUT             N47 15.1234 E011 30.5000 Sat Jun 02 08:30:00 2001 M\xfcller              ^   18^Black ^S+N^3\n"
             "T  N47 15.1234 E011 30.5000 Sat Jun 02 08:30:00 2001 ;   1234.50;      1e25;\n")
 
-    def test_a_written_file_reads_back_and_is_written_again_byte_for_byte(self):
+    def test_a_file_is_read_listed_and_written_again_byte_for_byte(self):
         self.write("a.txt", self.TEXT)
         for source, target in [("a.txt", "b.txt"), ("b.txt", "c.txt")]:
             self.assertEqual(self.run_cli("convert", source, "-o", target).returncode, 0)
         self.assertEqual(without_date(read(self.path("b.txt"))), without_date(read(self.path("c.txt"))))
-        self.assertEqual(self.run_cli("info", "a.txt").stdout, "W:1 T:1 (TP:1) P:0 R:0 E:0\n")
-
-    def test_a_pipe_is_read_whole(self):
-        self.write("a.txt", self.TEXT)
-        result = subprocess.run(["bash", "-c", f"cat a.txt | '{CLI}' info /dev/stdin"], cwd=self.folder,
-                                capture_output=True, text=True, timeout=LIMIT)
-        self.assertEqual(result.stdout, "W:1 T:1 (TP:1) P:0 R:0 E:0\n")
-
-    def test_list_prints_the_lines_of_the_file(self):
-        self.write("a.txt", self.TEXT)
-        result = self.run_cli("list", "waypoints", "a.txt")
-        self.assertEqual(result.stdout, self.TEXT.splitlines()[5] + "\n")
+        for result in (self.run_cli("info", "a.txt"), self.shell(f"cat a.txt | '{CLI}' info /dev/stdin")):
+            self.assertEqual(result.stdout, "W:1 T:1 (TP:1) P:0 R:0 E:0\n")
+        self.assertEqual(self.run_cli("list", "waypoints", "a.txt").stdout, self.TEXT.splitlines()[5] + "\n")
 
     def test_a_datum_and_notation_of_the_output(self):
         self.write("a.txt", self.TEXT)
@@ -198,8 +193,7 @@ class Files(InFolder):
     def test_standard_output_under_its_name_is_written_to_and_not_replaced(self):
         self.write("a.txt", self.TEXT)
         os.symlink("/proc/self/fd/1", self.path("out"))
-        done = subprocess.run(["bash", "-c", f"(echo HEAD; '{CLI}' --quiet convert a.txt -o out; echo TAIL) > all.txt"],
-                              cwd=self.folder, capture_output=True, text=True, timeout=LIMIT)
+        done = self.shell(f"(echo HEAD; '{CLI}' --quiet convert a.txt -o out; echo TAIL) > all.txt")
         self.assertEqual(done.returncode, 0)
         lines = read(self.path("all.txt")).splitlines()
         self.assertEqual([lines[0], lines[1], lines[-1]], ["HEAD", "Version 2", "TAIL"])
@@ -209,8 +203,7 @@ class Files(InFolder):
         line = "W  %05d           N47 15.1230 E011 23.4560 Sat Jun 02 08:30:00 2001 %s"
         self.write("a.txt", "\n".join(line % (i, "x" * 40) for i in range(100000)))
         before = os.path.getsize(self.path("a.txt"))
-        process = subprocess.Popen([CLI, "convert", "a.txt", "-o", "a.txt"], cwd=self.folder, stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.PIPE, text=True)
+        process = self.start("convert", "a.txt", "-o", "a.txt")
         process.stderr.readline()  # it reads
         process.send_signal(signal.SIGINT)
         said = process.communicate(timeout=LIMIT)[1]
@@ -221,8 +214,7 @@ class Files(InFolder):
     def test_a_save_to_a_full_disk_or_a_lacking_folder_leaves_the_old_file(self):
         self.write("a.txt", self.TEXT)
         self.write("old.txt", "precious")
-        limited = f"ulimit -f 0; exec '{CLI}' convert a.txt -o old.txt"
-        result = subprocess.run(["bash", "-c", limited], cwd=self.folder, capture_output=True, text=True, timeout=LIMIT)
+        result = self.shell(f"ulimit -f 0; exec '{CLI}' convert a.txt -o old.txt")
         self.assertEqual(result.returncode, 1)
         self.assertIn("Can't open output file old.txt", result.stderr)
         self.assertIn("File too large", result.stderr)
@@ -257,18 +249,14 @@ class Receiver(InFolder):
     def test_position_velocity_time_data_goes_on_until_ctrl_c_or_the_reader_ends(self):
         record = r"^(-?\d+\.\d{6},){4}3,\d+\.\d{6},54\.369\d{3},-3\.075\d{3},(-?\d+\.\d{6},){4}18,\d+\n$"
         _, path = self.simulate()
-        process = subprocess.Popen([CLI, "--port", path, "--debug-log", "log", "position", "--follow"], text=True,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                   cwd=self.folder)
+        process = self.start("--port", path, "--debug-log", "log", "position", "--follow")
         for _ in range(2):
             self.assertRegex(process.stdout.readline(), record)  # as it comes
         process.send_signal(signal.SIGINT)
         self.assertNotIn("answer", process.communicate(timeout=LIMIT)[1])
         self.assertEqual(process.returncode, 0)
         self.assertRegex(read(self.path("log")), r"Sending: Stop PVT data\n 10   0a   02   322  00   c2   10   03  \n")
-        command = f"'{CLI}' --port '{path}' position --follow </dev/null | head -n 1"
-        result = subprocess.run(["bash", "-c", command], cwd=self.folder, capture_output=True, text=True, timeout=LIMIT)
-        self.assertRegex(result.stdout, record)
+        self.assertRegex(self.shell(f"'{CLI}' --port '{path}' position --follow | head -n 1").stdout, record)
 
     def test_a_receiver_without_position_velocity_time_data_is_not_asked_for_it(self):
         _, path = self.simulate("--product", "77", "--software", "3.61", "--protocols", "none")
@@ -309,11 +297,6 @@ class Receiver(InFolder):
                       "Sending: ACK\n 10   06   02   0c   00   ec   10   03  \nPid_Xfer_Cmplt record\n",
                       read(self.path("log")))
 
-    def test_a_kind_that_cannot_be_downloaded_is_refused_before_the_transfer(self):
-        result = self.run_cli("--port", "sim:garmin", "download", "waypoints", "trail1", "-o", "x.txt")
-        self.assertEqual(result.returncode, 1)
-        self.assertNotIn("Waypoint download completed", result.stderr)
-
     def test_the_screen_is_saved_as_a_picture_and_old_files_stay_when_it_is_not(self):
         for name in ("screen.bmp", "screen.png"):
             self.write(name, "old")
@@ -346,8 +329,7 @@ class Receiver(InFolder):
     def test_a_receiver_that_talks_nmea_is_recognised(self):
         master, slave = pty.openpty()
         tty.setraw(slave)
-        process = subprocess.Popen([CLI, "--port", os.ttyname(slave), "identify"], stdin=subprocess.DEVNULL,
-                                   stderr=subprocess.PIPE, text=True, cwd=self.folder)
+        process = self.start("--port", os.ttyname(slave), "identify")
         deadline = time.monotonic() + LIMIT
         while process.poll() is None and time.monotonic() < deadline:
             os.write(master, b"$GPGGA,123519,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*47\r\n")
@@ -515,8 +497,7 @@ class LowranceUnit(InFolder):
 
     def test_ctrl_c_ends_a_search(self):
         _, path = self.simulate("--fault", "silent@1", family="lowrance")
-        process = subprocess.Popen([CLI, "--port", path, "find"], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                                   stdin=subprocess.DEVNULL, text=True, cwd=self.folder)
+        process = self.start("--port", path, "find")
         said = process.stderr.readline()
         process.send_signal(signal.SIGINT)
         output, rest = process.communicate(timeout=LIMIT)
@@ -531,7 +512,7 @@ class LowranceUnit(InFolder):
                 ("lowrance", ["download", "waypoints", "proximity", "-o", "x.txt"],
                  "Lowrance/Eagle units have no proximity waypoints."),
                 ("lowrance", ["upload", "x.txt", "--kinds", "almanac"], "Lowrance/Eagle units have no almanac."),
-                ("garmin", ["download", "trails", "-o", "x.txt"], "Garmin receivers have no plot trails."),
+                ("garmin", ["download", "waypoints", "trail1", "-o", "x.txt"], "Garmin receivers have no plot trails."),
                 ("garmin", ["upload", "x.txt", "--kinds", "trails,waypoints"], "Garmin receivers have no plot trails."),
                 ("garmin", ["download", "events", "-o", "x.txt"], "Garmin receivers have no events.")]:
             result = self.run_cli("--family", family, "--port", "sim:" + family, *arguments)
@@ -567,93 +548,53 @@ class LowranceUnit(InFolder):
 
 
 class Keys(InFolder):
-    """A download on a terminal, ended by a key."""
+    """Commands on a terminal, ended or answered by keys."""
 
-    def abort_download(self, key):
-        simulator, path = self.simulate("--baud", "9600", "--save", "still_there.txt")
+    def on_terminal(self, *arguments, keys, wanted):
+        """The exit status, what was shown, and the seconds from the keys, pressed once this pattern is shown, to the end."""
         pid, terminal = pty.fork()
         if pid == 0:
             os.chdir(self.folder)
-            os.execv(CLI, [CLI, "--port", path, "download", "tracks", "-o", "part.txt"])
-        settings = termios.tcgetattr(terminal)
+            os.execv(CLI, [CLI, *arguments])
         shown = b""
-        pressed = False
-        deadline = time.monotonic() + LIMIT
-        while time.monotonic() < deadline:
-            try:
-                if select.select([terminal], [], [], 0.1)[0]:
-                    shown += os.read(terminal, 1000)
-            except OSError:  # the program has ended
-                break
-            if not pressed and re.search(rb" [2-9]\d*/\d+", shown):
-                pressed = True
-                pressed_at = time.monotonic()
-                os.write(terminal, key)
-        _, status = os.waitpid(pid, 0)
-        took = time.monotonic() - pressed_at
-        self.assertEqual(os.waitstatus_to_exitcode(status), 1)
-        self.assertLess(took, 5)
-        self.assertIn(b"Operation Aborted", shown)
-        self.assertIn(b"Downloading Tracks [", shown)  # the progress bar
-        self.assertIn("T  N54", read(self.path("part.txt")))
-        self.assertLess(len(items(read(self.path("part.txt")))), 900)
-        self.assertTrue(settings[3] & termios.ECHO)
-        os.close(terminal)
-        # The receiver was told to stop: it answers the next one at once.
-        self.assertEqual(self.run_cli("--port", path, "identify").returncode, 0)
-        self.end(simulator)
-
-    def answer_question(self, answer):
-        """The exit status of a power-off command that was answered so, and what the terminal showed."""
-        pid, terminal = pty.fork()
-        if pid == 0:
-            os.chdir(self.folder)
-            os.execv(CLI, [CLI, "--port", "sim:garmin", "poweroff"])
-        shown = b""
+        pressed_at = None
         try:
-            while True:
-                if select.select([terminal], [], [], LIMIT)[0]:
-                    shown += os.read(terminal, 1000)
-                if answer and b"[y/N] " in shown:
-                    os.write(terminal, answer)
-                    answer = b""
+            while select.select([terminal], [], [], LIMIT)[0]:
+                shown += os.read(terminal, 1000)
+                if pressed_at is None and re.search(wanted, shown):
+                    pressed_at = time.monotonic()
+                    os.write(terminal, keys)
         except OSError:  # the program has ended
             pass
+        self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)  # left as it was
         os.close(terminal)
-        return os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), shown
+        return os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), shown, time.monotonic() - pressed_at
 
     def test_the_question_before_turning_off_is_answered_by_a_line(self):
-        status, shown = self.answer_question(b"y\n")
-        self.assertEqual(status, 0)
-        self.assertIn(b"Turn off the GPS receiver? [y/N] ", shown)
-        for no in [b"\n", b"n\n", b"\x03"]:
-            status, shown = self.answer_question(no)
-            self.assertEqual(status, 1)
-            self.assertIn(b"The GPS receiver was not turned off.", shown)
+        for answer in (b"y\n", b"\n", b"n\n", b"\x03"):
+            status, shown, _ = self.on_terminal("--port", "sim:garmin", "poweroff", keys=answer, wanted=rb"\[y/N\] ")
+            self.assertEqual(status, 0 if answer == b"y\n" else 1)
+            self.assertIn(b"Turn off the GPS receiver? [y/N] ", shown)
+            self.assertEqual(b"The GPS receiver was not turned off." in shown, status == 1)
 
     def test_esc_ends_position_velocity_time_data(self):
         _, path = self.simulate()
-        pid, terminal = pty.fork()
-        if pid == 0:
-            os.chdir(self.folder)
-            os.execv(CLI, [CLI, "--port", path, "position", "--follow"])
-        shown = b""
-        try:
-            while b",18," not in shown:
-                shown += os.read(terminal, 1000)
-            os.write(terminal, b"\x1b")
-            while os.read(terminal, 1000):
-                pass
-        except OSError:  # the program has ended
-            pass
-        os.close(terminal)
-        self.assertEqual(os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), 0)
+        status, _, _ = self.on_terminal("--port", path, "position", "--follow", keys=b"\x1b", wanted=b",18,")
+        self.assertEqual(status, 0)
 
-    def test_esc_ends_a_download_cleanly(self):
-        self.abort_download(b"\x1b")
-
-    def test_ctrl_c_ends_a_download_cleanly(self):
-        self.abort_download(b"\x03")
+    def test_esc_and_ctrl_c_end_a_download_cleanly(self):
+        _, path = self.simulate("--baud", "9600")
+        for key in (b"\x1b", b"\x03"):
+            status, shown, took = self.on_terminal("--port", path, "download", "tracks", "-o", "part.txt", keys=key,
+                                                   wanted=rb" [2-9]\d*/\d+")
+            self.assertEqual(status, 1)
+            self.assertLess(took, 5)
+            self.assertIn(b"Operation Aborted", shown)
+            self.assertIn(b"Downloading Tracks [", shown)  # the progress bar
+            self.assertIn("T  N54", read(self.path("part.txt")))
+            self.assertLess(len(items(read(self.path("part.txt")))), 900)
+            # The receiver was told to stop: it answers the next one at once.
+            self.assertEqual(self.run_cli("--port", path, "identify").returncode, 0)
 
 
 @unittest.skipUnless(shutil.which("gpsbabel"), "gpsbabel is not installed")

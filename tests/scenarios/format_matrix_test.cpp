@@ -289,32 +289,6 @@ TEST_F(FormatMatrix, EveryCellIsTrue) {
   }
 }
 
-TEST_F(FormatMatrix, TheAlmanacIsInItsOwnFilesAlone) {
-  store::Almanac almanac;
-  almanac.satellites[6] = store::AlmanacEntry{
-      567, 319488.0F, 0.1335144043e-4F, 0.0F, 0.52213669e-2F, 5153.6F, -0.2F, -1.8F, 0.9F, -0.79e-8F, 0.96F, 0};
-  for (const Column& column : kColumns) {
-    FileWorld with, without;
-    with.store.set_almanac(almanac);
-    store::OutputOptions options;
-    column.choose(with.settings, options);
-    const auto written_from = [&](FileWorld& world) {
-      std::string text;
-      base::TextOutput out([&](std::string_view block) { text += block; });
-      (void)format_of(column).write(world.context, options, out);
-      out.flush();
-      return text;
-    };
-    const std::string text = written_from(with);
-    const bool says_kept = (kept_by(column).almanac & store::kKeepsItems) != 0;
-    EXPECT_EQ(says_kept, text != written_from(without)) << column.title;
-    if (!says_kept) continue;
-    base::TextInput input(text);
-    EXPECT_EQ(format_of(column).read(without.context, input, "matrix"), 1);
-    EXPECT_EQ(without.store.almanac().satellites, almanac.satellites);
-  }
-}
-
 TEST_F(FormatMatrix, TheDocumentShowsIt) {
   std::string table = "| |";
   for (const Column& column : kColumns) table += " " + std::string(column.title) + " |";

@@ -256,24 +256,4 @@ TEST_F(GarminAlmanac, ALineThatDisturbsAnyPacketDoesNoHarm) {
   }
 }
 
-TEST_F(GarminAlmanac, WhatCameBeforeTheReceiverWasGoneIsKept) {
-  const simulators::SimulatedData weekend = simulators::believable_weekend();
-  for (const Fault::Kind kind : {Fault::Kind::Silent, Fault::Kind::Unplug}) {
-    for (const int packet : {kFirstRecord, kFirstRecord + 10, kFirstRecord + 32}) {
-      SCOPED_TRACE(packet);
-      GarminOptions options;
-      options.faults = {{kind, packet}};
-      simulate(weekend, options);
-      EXPECT_FALSE(download(Kind::Almanac));
-      EXPECT_THAT(front_end.boxes, testing::ElementsAre(testing::Pair("Download", "Serial Port Timeout")));
-      for (int prn = 1; prn <= 32; ++prn) {
-        const auto place = static_cast<std::size_t>(prn) - 1;
-        const bool came = prn <= packet - kFirstRecord && weekend.almanac[place].has_value();
-        EXPECT_EQ(items().almanac().satellites[place].has_value(), came) << prn;
-      }
-      EXPECT_FALSE(session->flags.PortOpen);
-    }
-  }
-}
-
 }  // namespace

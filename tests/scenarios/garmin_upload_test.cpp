@@ -236,30 +236,6 @@ class ChoosyReceiver : public support::TransferScenario {
   }
 };
 
-TEST_F(ChoosyReceiver, ARefusedRecordIsSentFourTimesAndNamedAndTheOthersGoOn) {
-  HostileReceiver& device = choosy();
-  push_waypoints(3);
-  int tries = 0;
-  device.refuses = [&](const Packet& packet) {
-    const std::string text(packet.data.begin(), packet.data.end());
-    return text.find("WPT2") != std::string::npos && ++tries > 0;
-  };
-  EXPECT_FALSE(upload(kUploadWaypoints));
-  EXPECT_EQ(tries, 4);
-  EXPECT_EQ(front_end.lines[5], "3 sent, 2 acknowledged, 1 refused");
-  EXPECT_EQ(front_end.lines[6], "WPT2");
-  EXPECT_EQ(front_end.lines[3], "Waypoints upload completed");
-  EXPECT_EQ(count_of(device, 12), 1);
-
-  // Refused twice only, it is taken in the end.
-  HostileReceiver& patient = choosy();
-  push_waypoints(1);
-  int refusals = 0;
-  patient.refuses = [&](const Packet& packet) { return packet.id == 35 && ++refusals <= 2; };
-  EXPECT_TRUE(upload(kUploadWaypoints));
-  EXPECT_EQ(front_end.lines[5], "1 sent, 1 acknowledged, 0 refused");
-}
-
 TEST_F(ChoosyReceiver, WithARefusedRouteHeaderItsPointsAreNotSentIntoTheRouteBefore) {
   HostileReceiver& device = choosy();
   for (const int number : {1, 2}) {
