@@ -207,7 +207,7 @@ TEST_F(TextFileTest, DatumLinesShiftWhatFollowsAndUnknownOnesAreSaid) {
   EXPECT_TRUE(front_end.boxes.empty());
 
   EXPECT_EQ(read("Dummy\n" + home), 1);
-  EXPECT_EQ(front_end.times_written(1, "Bad Datum in file: a file.txt. Using WGS-84."), 1);
+  EXPECT_EQ(front_end.times_written(1, "Bad Datum in file: a file. Using WGS-84."), 1);
   EXPECT_EQ(front_end.lines[1], "Bad line: 'Dummy'");
   EXPECT_EQ(settings.externaldatum, "WGS-84");
 }

@@ -107,7 +107,8 @@ TEST_F(MapTest, ThePointerIsToldInTheChosenNotation) {
   session.settings.DMSMode = geodesy::Notation::Ddd;
   add_waypoint("HERE", 51, 7);
   open_map();
-  send(wxEVT_MOTION, pixel_of(1));
+  // A little to the north: a pixel is whole.
+  send(wxEVT_MOTION, {pixel_of(1).x, pixel_of(1).y - 3});
   EXPECT_EQ(window->GetStatusBar()->GetStatusText(0), "Waypoint HERE  N51.0000000 E007.0000000");
   EXPECT_TRUE(window->GetStatusBar()->GetStatusText(1).StartsWith("N51.0")) << window->GetStatusBar()->GetStatusText(1);
 }

@@ -54,7 +54,6 @@ int count_of(const store::ItemStore& items, char kind) {
 
 ListFrame::ListFrame(wxWindow* parent, Desk& desk, char kind)
     : wxFrame(parent, wxID_ANY, ""), desk_(desk), kind_(kind), pane_(nullptr), registration_(desk, *this) {
-  if (const auto* frame = dynamic_cast<wxTopLevelWindow*>(parent); frame != nullptr) SetIcons(frame->GetIcons());
   SetMenuBar(make_list_menu_bar(kind));
   pane_ = make_pane(this, desk, kind);
   auto* sizer = new wxBoxSizer(wxVERTICAL);

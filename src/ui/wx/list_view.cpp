@@ -16,6 +16,7 @@ constexpr int kPictureSize = 16;  // pixels of a plain screen
 constexpr int kNoPicture = -1;
 constexpr int kArrowWidth = 28;  // beside a column's title, with its margins; likewise
 constexpr int kTextMargins = 14;
+constexpr int kBoxWidth = 38;
 constexpr int kSampleRows = 20;
 
 }  // namespace
@@ -56,6 +57,8 @@ void ListView::set_titles() {
 int ListView::fitting_width(int column) const {
   int width = GetTextExtent(wx_text(list_.title(column))).x + FromDIP(kArrowWidth);
   const lists::Field field = list_.columns()[static_cast<std::size_t>(column)].field;
+  if (field == lists::Field::Place && list_.row_count() > 0)
+    width = std::max(width, GetTextExtent(wxString::Format("%d", list_.row_count())).x + FromDIP(kBoxWidth));
   const bool is_even =
       field == lists::Field::Latitude || field == lists::Field::Longitude || field == lists::Field::Time;
   for (int row = 0; is_even && row < std::min(list_.row_count(), kSampleRows); ++row)

@@ -27,6 +27,7 @@ constexpr int kHeight = 268;
 // A window beside the main one, whose events are its own alone.
 template <typename Frame>
 Frame* independent(Frame* frame) {
+  frame->SetIcons(program_icons());
   frame->SetExtraStyle(frame->GetExtraStyle() | wxWS_EX_BLOCK_EVENTS);
   return frame;
 }

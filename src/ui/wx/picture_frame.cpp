@@ -62,7 +62,6 @@ PictureFrame::PictureFrame(wxWindow* parent, Desk& desk, bool stretched)
       canvas_(new wxScrolledCanvas(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                    wxHSCROLL | wxVSCROLL | wxFULL_REPAINT_ON_RESIZE)),
       registration_(desk, *this) {
-  SetIcons(program_icons());
   canvas_->SetBackgroundStyle(wxBG_STYLE_PAINT);
   canvas_->Bind(wxEVT_PAINT, [this](wxPaintEvent&) { paint(); });
   auto* all = new wxBoxSizer(wxVERTICAL);

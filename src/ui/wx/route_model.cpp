@@ -1,8 +1,11 @@
 #include "ui/wx/route_model.h"
 
+#include <wx/bmpbndl.h>
+#include <wx/image.h>
 #include <wx/settings.h>
 #include <wx/window.h>
 
+#include <algorithm>
 #include <cstdint>
 
 #include "ui/wx/symbol_pictures.h"
@@ -18,6 +21,21 @@ constexpr std::uintptr_t kPlaces = 128;  // more than a route has points
 
 RouteField field_of(unsigned int column) { return static_cast<RouteField>(column - RouteModel::kFirstField); }
 constexpr unsigned int kNameColumn = RouteModel::kFirstField + static_cast<unsigned int>(RouteField::Name);
+
+// In the sizes that screens ask for; quick enough to be drawn anew for every row that is shown.
+wxBitmapBundle picture_of(int symbol) {
+  wxVector<wxBitmap> sizes;
+  for (const int times : {1, 2}) sizes.push_back(symbol_bitmap(symbol, times * kPictureSize));
+  return wxBitmapBundle::FromBitmaps(sizes);
+}
+
+// GTK leaves all rows as much room for pictures as the first one needs.
+wxBitmapBundle empty_picture() {
+  wxImage image(kPictureSize, kPictureSize);
+  image.InitAlpha();
+  std::fill_n(image.GetAlpha(), kPictureSize * kPictureSize, '\0');
+  return wxBitmapBundle(wxBitmap(image));
+}
 
 }  // namespace
 
@@ -50,12 +68,8 @@ void RouteModel::GetValue(wxVariant& value, const wxDataViewItem& item, unsigned
     return;
   }
   wxDataViewIconText name(text);
-  if (const std::optional<int> symbol = list_.symbol(ref)) {
-    // Small enough to be drawn anew each time; the bundle makes the sizes that screens ask for.
-    wxVector<wxBitmap> sizes;
-    for (const int times : {1, 2}) sizes.push_back(symbol_bitmap(*symbol, times * kPictureSize));
-    name.SetBitmapBundle(wxBitmapBundle::FromBitmaps(sizes));
-  }
+  const std::optional<int> symbol = list_.symbol(ref);
+  name.SetBitmapBundle(symbol ? picture_of(*symbol) : empty_picture());
   value << name;
 }
 

@@ -72,7 +72,8 @@ void WindowScreen::place_gauge() {
 }
 
 void WindowScreen::set_readiness(const wxString& text) {
-  if (frame_ != nullptr) frame_->SetStatusText(text, kReadinessField);
+  readiness_ = text;
+  if (frame_ != nullptr && !gauge_->IsShown()) frame_->SetStatusText(text, kReadinessField);
 }
 
 void WindowScreen::paint_line(int line, std::string_view text) {
@@ -100,6 +101,7 @@ void WindowScreen::paint_progress(int step, int steps) {
   }
   if (is_shown == (steps > 0)) return;
   gauge_->Show(steps > 0);
+  frame_->SetStatusText(steps > 0 ? wxString() : readiness_, kReadinessField);
   place_gauge();
   if (steps > 0) {
     wxBeginBusyCursor();

@@ -51,6 +51,7 @@ class WindowScreen : public Screen {
   std::unique_ptr<InputGuard> guard_;
   std::array<wxStaticText*, kLines> lines_{};
   wxGauge* gauge_ = nullptr;
+  wxString readiness_;
   std::chrono::microseconds last_taken_{0};
   bool is_polling_ = false;  // the running command asks for aborts
   bool close_agreed_ = false;
