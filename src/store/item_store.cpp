@@ -475,6 +475,7 @@ void ItemStore::clear_almanac() {
 }
 
 void ItemStore::clear_all() {
+  ++revision_;
   contents_ = {};
   route_overflow_ = false;
   index_.forget();
