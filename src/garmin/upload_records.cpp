@@ -127,7 +127,10 @@ void UploadRecords::add_route(const store::Route& route, ReceiverNames& names, U
   std::optional<ItemRecord> before;
   int place = 0;
   for (const ItemRecord& point : route.points) {
-    if (point.in_use == 0) continue;
+    if (point.in_use == 0) {
+      if (before) before->has_route_link = 0;  // the leg led there
+      continue;
+    }
     const std::string point_label = format_text("RW%02d", ++place);
     if (has_links && before) records.push_back(link_record(*before, point_label));
     records.push_back(waypoint_record(PacketKind::Pid_Rte_Wpt_Data, kWaypointFormats, protocols_.route_waypoint, point,

@@ -51,6 +51,7 @@ void select_route(Route& route, bool selected) {
 // The waypoint as a point of the route that `old` was a point of.
 ItemRecord route_point_of(const ItemRecord& waypoint, const ItemRecord& old) {
   ItemRecord point = waypoint;
+  point.time = old.time;  // as given, where the waypoint's is UTC
   point.selected = old.selected;
   point.in_use = old.in_use;
   point.route_number = old.route_number;
@@ -364,17 +365,19 @@ void ItemStore::replace(char kind, int index, const ItemRecord& item) {
   const auto records = records_of(kind);
   if (records == nullptr) return;
   ++revision_;
+  const ItemRecord old = (contents_.*records)[slot_of(index)];
   ItemRecord changed = item;
   replace_bars(changed);
   changed.kind = kind;
-  changed.number = (contents_.*records)[slot_of(index)].number;
+  changed.number = old.number;
   set_hemispheres(changed);
   (contents_.*records).replace(slot_of(index), changed);
   if (kind != 'W') return;
   index_.forget();
   for (Route& route : contents_.routes)
     for (ItemRecord& point : route.points)
-      if (point.number == changed.number) point = route_point_of(changed, point);
+      if (point.number == old.number && point.ident == old.ident && point.position == old.position)
+        point = route_point_of(changed, point);
 }
 
 void ItemStore::replace_route(int number, Route route) {

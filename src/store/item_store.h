@@ -130,7 +130,8 @@ class ItemStore {
   [[nodiscard]] int find_waypoint(std::string_view ident, const geodesy::Position& position);
 
   // Changes of what is held; indices as above. The record takes the place of another of its kind ('W', 'T', 'I', 'P')
-  // and its number. Route points of a waypoint become the same, but for what they have of their route.
+  // and its number. Route points of a waypoint that had its name and place become the same, but for their time and what
+  // they have of their route.
   void replace(char kind, int index, const ItemRecord& item);
   // The route in the place of another, or of none; without a header the row is free again.
   void replace_route(int number, Route route);

@@ -340,6 +340,45 @@ TEST_F(ItemStoreTest, AChangedWaypointKeepsItsNumberAndIsTheSameInItsRoutes) {
   EXPECT_EQ(items.find_waypoint("B"), 0);
 }
 
+TEST_F(ItemStoreTest, ARoutePointOfTheSameNameElsewhereStaysWhereItIsAndEveryPointKeepsItsTime) {
+  settings.HandleReadDups = Duplicates::Ignore;
+  items.set_input_time_offset(7200);
+  push_header(1, "ONE");
+  items.start_item();
+  items.CurrentItem.ident = "WP1";
+  items.CurrentItem.position = {10, 1};
+  items.CurrentItem.time = {100000};
+  ASSERT_EQ(items.push_route(true), 0);
+  push_header(2, "TWO");
+  items.start_item();
+  items.CurrentItem.ident = "WP1";
+  items.CurrentItem.position = {50, 1};
+  ASSERT_EQ(items.push_route(true), 0);
+  items.link_route_points();
+  ItemRecord changed = items.waypoint(1);
+  changed.comment = "new";
+  items.replace('W', 1, changed);
+  EXPECT_EQ(items.route(1).points[0].comment, "new");
+  EXPECT_EQ(items.route(1).points[0].time.seconds, 100000u);
+  EXPECT_EQ(items.route(2).points[0].position.latitude, 50);
+}
+
+TEST_F(ItemStoreTest, EveryWayOfChangingItemsIsAnotherRevision) {
+  const auto changes = [this](auto action) {
+    const std::uint64_t before = items.revision();
+    action();
+    return items.revision() != before;
+  };
+  EXPECT_TRUE(changes([this] { push_waypoint("A"); }));
+  EXPECT_TRUE(changes([this] { items.set_in_use('W', 1, false); }));
+  EXPECT_TRUE(changes([this] { items.sort_waypoints(); }));
+  EXPECT_TRUE(changes([this] { items.clear_routes(); }));
+  EXPECT_TRUE(changes([this] { items.clear_waypoints(); }));
+  EXPECT_TRUE(changes([this] { push_track_point(); }));
+  EXPECT_TRUE(changes([this] { items.clear_all(); }));
+  EXPECT_FALSE(changes([this] { items.select_all('W', true); }));
+}
+
 TEST_F(ItemStoreTest, DuplicatesGoOutOfUseAndTheFirstStays) {
   push_waypoint("A", 1, 2);
   push_waypoint("a", 1, 2);

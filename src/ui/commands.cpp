@@ -25,6 +25,11 @@ bool has_events(const Session& session) { return session.items.event_count() > 0
 bool has_proximity(const Session& session) { return session.items.proximity_count() > 0; }
 bool has_almanac(const Session& session) { return !session.items.almanac().empty(); }
 bool has_items(const Session& session) { return !session.items.empty(); }
+bool has_room_for_waypoint(const Session& session) { return session.items.waypoint_count() < store::kWaypointCapacity; }
+bool has_room_for_event(const Session& session) { return session.items.event_count() < store::kEventCapacity; }
+bool has_room_for_proximity(const Session& session) {
+  return session.items.proximity_count() < store::kProximityCapacity;
+}
 bool has_anything(const Session& session) { return has_items(session) || has_almanac(session); }
 bool has_picture(const Session& session) { return session.picture.has_value(); }
 bool can_be_saved(const Session& session) { return has_anything(session) || has_picture(session); }
@@ -105,7 +110,7 @@ constexpr std::array kCommands{
             },
             "Leave the program"},
     // The receiver.
-    Command{40310, "&Garmin", "", choose_family, "The receiver is a Garmin", {}, nullptr, is_chosen_family},
+    Command{40310, "Gar&min", "", choose_family, "The receiver is a Garmin", {}, nullptr, is_chosen_family},
     Command{40311,
             "&Lowrance/Eagle",
             "",
@@ -189,11 +194,17 @@ constexpr std::array kCommands{
     Command{40148, "&List", "", list, kList},
     Command{40141, "&List", "", list, kList},
     Command{40300, "&List", "", list, kList},
-    Command{40179, "&Create", "", create_item, "Enter a new waypoint"},
+    Command{40179, "&Create", "", create_item, "Enter a new waypoint", {}, has_room_for_waypoint},
     Command{40190, "&Create Dummy Route", "", create_dummy_route, "Add a route without points"},
     Command{40147, "&Create a Track", "", create_track, "Begin a new track, now and nowhere"},
-    Command{40142, "&Create an Event", "", create_item, "Enter a new event"},
-    Command{40301, "&Create a Proximity Waypoint", "", create_item, "Enter a new proximity waypoint"},
+    Command{40142, "&Create an Event", "", create_item, "Enter a new event", {}, has_room_for_event},
+    Command{40301,
+            "&Create a Proximity Waypoint",
+            "",
+            create_item,
+            "Enter a new proximity waypoint",
+            {},
+            has_room_for_proximity},
     Command{40134,
             "Remove Exact Duplicate Waypoints",
             "",
@@ -231,7 +242,7 @@ constexpr std::array kCommands{
     Command{40097, "&Send Events to SA", "", send_to_street_atlas, kStreetAtlas},
     Command{40095, "&All\tCtrl+A", "", send_to_street_atlas, kStreetAtlas},
     // Help.
-    Command{40103, "Help &Contents", "",
+    Command{kManual, "Help &Contents", "",
             [](const CommandContext& context, int) { return context.windows.show_manual(); }, "Open the manual"},
     Command{40207, "&About", "",
             [](const CommandContext& context, int) {

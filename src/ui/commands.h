@@ -67,5 +67,6 @@ bool follow_position(session::Session& session, Display& display, const garmin::
 // Ids of commands that windows run themselves.
 inline constexpr int kSaveConfiguration = 40107;
 inline constexpr int kExit = 97;
+inline constexpr int kManual = 40103;
 
 }  // namespace ui

@@ -63,7 +63,8 @@ bool read_files(const CommandContext& context, const std::vector<std::filesystem
   session.front_end.set_status(1, "Opening Input File(s)");
   bool all_read = true, picture_read = false;
   for (const std::filesystem::path& file : files) {
-    session.settings.ReadWorkingDirectory = file.parent_path().string();
+    const std::filesystem::path folder = (session.surroundings.start_directory / file).parent_path();
+    session.settings.ReadWorkingDirectory = folder.lexically_normal().string();
     session.settings.ReadFileName = file.stem().string();
     session.settings.ReadFileNameExtn = file.extension().string();
     const bool is_picture = session.files.input_type(file) == kBitmapType;

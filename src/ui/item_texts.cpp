@@ -41,16 +41,16 @@ geodesy::ParsedPosition ItemTexts::parse_position(const geodesy::PositionTexts& 
   return parse_position(texts.first + " " + texts.second);
 }
 
-std::string ItemTexts::time(store::GarminTime time) const {
-  return time.seconds == 0 ? std::string() : store::format_date_text(time.seconds + offset_seconds_);
+std::string ItemTexts::time(store::GarminTime time, char kind) const {
+  return time.seconds == 0 ? std::string() : store::format_date_text(time.seconds + offset_of(kind));
 }
 
-std::optional<store::GarminTime> ItemTexts::parse_time(std::string_view text) const {
+std::optional<store::GarminTime> ItemTexts::parse_time(std::string_view text, char kind) const {
   text = base::trim_blanks(text);
   if (text.empty()) return store::GarminTime{};
   const std::optional<std::int64_t> local = store::parse_date_text(text);
   if (!local) return std::nullopt;
-  const std::int64_t seconds = *local - offset_seconds_;
+  const std::int64_t seconds = *local - offset_of(kind);
   if (seconds <= 0 || seconds > 0xFFFFFFFF) return std::nullopt;
   return store::GarminTime{static_cast<std::uint32_t>(seconds)};
 }

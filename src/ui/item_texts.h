@@ -25,10 +25,10 @@ class ItemTexts {
   // "51.5, 7.25 in any notation" is shifted too when the text has two columns, as position() gives them.
   [[nodiscard]] geodesy::ParsedPosition parse_position(const geodesy::PositionTexts& texts) const;
 
-  // "Sun Dec 31 00:00:00 1989" in the chosen zone; empty for no time.
-  [[nodiscard]] std::string time(store::GarminTime time) const;
+  // "Sun Dec 31 00:00:00 1989" in the chosen zone, of events (kind 'I') as they are kept; empty for no time.
+  [[nodiscard]] std::string time(store::GarminTime time, char kind) const;
   // The reverse; an empty text is no time. Nothing when it is no date, or beyond what times can be.
-  [[nodiscard]] std::optional<store::GarminTime> parse_time(std::string_view text) const;
+  [[nodiscard]] std::optional<store::GarminTime> parse_time(std::string_view text, char kind) const;
 
   // A height or depth in metres, as a number in the unit of heights; empty when it is not known.
   [[nodiscard]] std::string height(float metres) const;
@@ -45,6 +45,8 @@ class ItemTexts {
   [[nodiscard]] const std::string& datum() const { return datum_; }
 
  private:
+  [[nodiscard]] std::int64_t offset_of(char kind) const { return kind == 'I' ? 0 : offset_seconds_; }
+
   std::string datum_;
   geodesy::Notation notation_;
   store::VerticalUnit heights_;

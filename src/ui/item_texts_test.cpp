@@ -48,11 +48,13 @@ TEST_F(ItemTextsTest, HeightsTimesAndDistancesComeBackAndNonsenseDoesNot) {
   EXPECT_FALSE(store::is_known(texts.parse_height(" ").value()));
   for (const char* bad : {"high", "1e30", "inf", "12m"}) EXPECT_FALSE(texts.parse_height(bad)) << bad;
   const store::GarminTime noon{12 * 3600 + 86400};
-  EXPECT_EQ(texts.time(noon), "Mon Jan 01 07:00:00 1990");
-  EXPECT_EQ(texts.parse_time(texts.time(noon)), noon);
-  EXPECT_EQ(texts.parse_time(""), store::GarminTime{});
-  EXPECT_FALSE(texts.parse_time("yesterday"));
-  EXPECT_FALSE(texts.parse_time("Sat Dec 30 00:00:00 1989")) << "before all times";
+  EXPECT_EQ(texts.time(noon, 'T'), "Mon Jan 01 07:00:00 1990");
+  EXPECT_EQ(texts.parse_time(texts.time(noon, 'T'), 'T'), noon);
+  EXPECT_EQ(texts.parse_time("", 'T'), store::GarminTime{});
+  EXPECT_FALSE(texts.parse_time("yesterday", 'T'));
+  EXPECT_FALSE(texts.parse_time("Sat Dec 30 00:00:00 1989", 'T')) << "before all times";
+  EXPECT_EQ(texts.time(noon, 'I'), "Mon Jan 01 12:00:00 1990") << "events keep the time they were given";
+  EXPECT_EQ(texts.parse_time("Mon Jan 01 12:00:00 1990", 'I'), noon);
   EXPECT_EQ(texts.distance(1852), "1.000 nm");
   EXPECT_EQ(texts.parse_distance("2"), 3704);
   EXPECT_FALSE(texts.parse_distance("-1"));

@@ -53,7 +53,7 @@ store::Family family_of(int id) { return id == kGarminFamily ? store::Family::Ga
 
 bool must_have_family(const Session& session) {
   if (session.settings.GPS != store::Family::None) return true;
-  session.front_end.write_line(1, "Choose the receiver family first.");
+  session.front_end.write_line(1, "Choose the receiver family first: GPS, then Garmin or Lowrance/Eagle.");
   return false;
 }
 

@@ -179,8 +179,9 @@ TEST_F(ListTest, RoutesLosePointsAndCanBeDeletedWhole) {
   list.show_item({'R', 7, 2});
   EXPECT_EQ(list.pane().highlighted(), std::vector({ItemRef{'R', 7, 2}}));
   list.act(ListAction::Delete);
-  ASSERT_EQ(session.items.route(7).points.size(), 2u);
-  EXPECT_EQ(session.items.route(7).points[1].ident, "C");
+  EXPECT_EQ(session.items.route(7).points[1].in_use, 0);
+  list.act(ListAction::Undelete);
+  EXPECT_EQ(session.items.route(7).points[1].in_use, 1);
   list.pane().highlight({{'R', 7, 0}});
   list.act(ListAction::ToggleSelected);
   EXPECT_EQ(title_of(list), "Routes - 1, 1 selected");

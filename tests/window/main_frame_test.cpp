@@ -10,6 +10,8 @@
 #include "tests/window/modal_answers.h"
 #include "tests/window/window_fixture.h"
 #include "ui/ports.h"
+#include "ui/wx/list_frame.h"
+#include "ui/wx/map_frame.h"
 
 namespace ui::wx {
 namespace {
@@ -260,6 +262,7 @@ TEST_F(MainFrameTest, ExitAsksAndWritesTheConfigurationWithThePlace) {
   session.settings.StartupLocation = store::WindowRectangle{100, 120, 700, 300};
   open();
   EXPECT_EQ(frame->GetSize(), wxSize(700, 300));
+  EXPECT_TRUE(run_events(1s, [this] { return frame->GetPosition() == wxPoint(100, 120); })) << frame->GetPosition().x;
   answers.add(wxID_NO);
   choose(kExit);
   ASSERT_NE(frame, nullptr);
@@ -363,6 +366,48 @@ TEST_F(MainFrameTest, EmptyListsSaySoAndFullOnesOpenAndClose) {
   choose(40005);
   run_events(100ms);
   for (const Row& row : kLists) EXPECT_EQ(frame->list_frame(row.kind), nullptr) << row.kind;
+}
+
+TEST_F(MainFrameTest, ClearingTakesItemsAwayFromUnderEveryWindow) {
+  open();
+  for (const int id : {40005, 40006, 40007, 40008, 40009, 40010}) {
+    download_everything();
+    for (const int window : {40320, 40321, 40183, 40148, 40189}) choose(window);
+    choose(id);
+    frame->map_frame()->canvas().show_all();
+    frame->map_frame()->Refresh();
+    run_events(50ms);
+    choose(40005);
+    run_events(50ms);
+  }
+  EXPECT_EQ(session.items.waypoint_count(), 0);
+}
+
+TEST_F(MainFrameTest, NothingMovesItemsWhileOneIsEdited) {
+  open();
+  add_waypoint("MMM", 1, 1);
+  add_waypoint("ZZZ", 2, 2);
+  const std::string file = write_file("in.txt", "AAA");
+  answers.add([&](wxDialog&) {
+    EXPECT_FALSE(frame->read_files({file}));
+    EXPECT_FALSE(frame->run(40005));
+    return static_cast<int>(wxID_CANCEL);
+  });
+  frame->edit({'W', 2, 0});
+  EXPECT_EQ(session.items.waypoint_count(), 2);
+  EXPECT_FALSE(frame->is_busy());
+}
+
+TEST_F(MainFrameTest, WhatIsHighlightedStaysSoWhenAFileIsSortedIn) {
+  open();
+  add_waypoint("MMM", 1, 1);
+  add_waypoint("ZZZ", 2, 2);
+  frame->show_in_list({'W', 1, 0});
+  ListFrame& list = *frame->list_frame('W');
+  ASSERT_EQ(list.pane().highlighted(), (std::vector<ItemRef>{{'W', 1, 0}}));
+  frame->read_files({write_file("in.txt", "AAA")});
+  ASSERT_EQ(session.items.waypoint(1).ident, "AAA");
+  EXPECT_EQ(list.pane().highlighted(), (std::vector<ItemRef>{{'W', 2, 0}}));
 }
 
 TEST_F(MainFrameTest, TheOtherWindowsOpenFromTheMenu) {

@@ -76,6 +76,7 @@ std::string show_position(const FieldContext& context, const ItemRecord& item) {
 }
 
 std::string set_position(const FieldContext& context, std::string_view text, ItemRecord& item) {
+  if (base::trim_blanks(text).empty()) return "A position is needed, for example N51 30.250 W000 07.650";
   const geodesy::ParsedPosition parsed = context.texts.parse_position(text);
   if (!parsed.position) return parsed.problem;
   item.position = *parsed.position;
@@ -83,10 +84,12 @@ std::string set_position(const FieldContext& context, std::string_view text, Ite
   return {};
 }
 
-std::string show_time(const FieldContext& context, const ItemRecord& item) { return context.texts.time(item.time); }
+std::string show_time(const FieldContext& context, const ItemRecord& item) {
+  return context.texts.time(item.time, item.kind);
+}
 
 std::string set_time(const FieldContext& context, std::string_view text, ItemRecord& item) {
-  const std::optional<store::GarminTime> time = context.texts.parse_time(text);
+  const std::optional<store::GarminTime> time = context.texts.parse_time(text, item.kind);
   if (!time) return "This is no date and time such as \"Sat Jun 15 08:00:00 2002\"";
   item.time = *time;
   return {};

@@ -84,6 +84,18 @@ std::vector<std::string> ItemForm::problems() const {
   return problems;
 }
 
+std::string ItemForm::duplicate_problem(const store::ItemStore& items) const {
+  const bool keeps_all = settings_.HandleReadDups == store::Duplicates::Merge;
+  if (!is_new_ || item_.kind != 'W' || (keeps_all && settings_.ForceExactDupeRemoval == 0)) return {};
+  const store::ItemRecord item = result();
+  for (int index = 1; index <= items.waypoint_count(); ++index) {
+    const store::ItemRecord other = items.waypoint(index);
+    if (base::equal_ignoring_case(other.ident, item.ident) && (!keeps_all || other.position == item.position))
+      return "There is a waypoint of this name already, and the options want no duplicates";
+  }
+  return {};
+}
+
 store::ItemRecord ItemForm::result() const {
   store::ItemRecord item = item_;
   for (const Field& field : fields_) {

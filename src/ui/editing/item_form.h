@@ -34,6 +34,9 @@ class ItemForm {
   [[nodiscard]] std::size_t find(std::string_view id) const;
 
   [[nodiscard]] Verdict judge(std::size_t field) const;
+  // What keeps the settings for duplicates from taking a new waypoint, so that its name must be another one; empty for
+  // none. To be asked when all fields can be taken.
+  [[nodiscard]] std::string duplicate_problem(const store::ItemStore& items) const;
   // The problem of each field, empty ones where there is none.
   [[nodiscard]] std::vector<std::string> problems() const;
   // With all changes that can be taken.

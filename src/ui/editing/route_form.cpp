@@ -21,7 +21,8 @@ std::vector<std::string> RouteForm::lines() const {
   for (const Point& point : points_) {
     const geodesy::PositionTexts position = texts.position(point.item.position);
     lines.push_back(base::utf8_from_latin1(std::to_string(lines.size() + 1) + "   " + std::string(point.item.ident) +
-                                           "   " + position.first + " " + position.second));
+                                           "   " + position.first + " " + position.second +
+                                           (point.item.in_use == 0 ? "   (deleted)" : "")));
   }
   return lines;
 }

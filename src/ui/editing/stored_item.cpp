@@ -39,6 +39,20 @@ int waypoint_of(const store::ItemStore& items, const store::ItemRecord& point) {
   return found;
 }
 
+// Route points of the waypoint's name and place are its own.
+void link_points(store::ItemStore& items, const store::ItemRecord& waypoint) {
+  for (int number = 0; number < store::kRouteCapacity; ++number) {
+    store::Route route = items.route(number);
+    bool is_linked = false;
+    for (store::ItemRecord& point : route.points) {
+      if (!(point.ident == waypoint.ident) || !(point.position == waypoint.position)) continue;
+      is_linked = point.number != waypoint.number || is_linked;
+      point.number = waypoint.number;
+    }
+    if (is_linked) items.replace_route(number, std::move(route));
+  }
+}
+
 std::optional<EditedItem> edited_of_route(const store::ItemStore& items, const ItemRef& place) {
   if (place.index < 0 || place.index >= store::kRouteCapacity) return std::nullopt;
   const store::Route& route = items.route(place.index);
@@ -80,7 +94,7 @@ std::optional<EditedItem> edited_item(const store::ItemStore& items, const ItemR
 void put_back(store::ItemStore& items, const EditedItem& edited) {
   const auto& [place, item, must_link] = edited;
   if (place.kind != 'R') {
-    if (must_link) items.link_route_points();
+    if (must_link) link_points(items, items.waypoint(place.index));
     items.replace(place.kind, place.index, item);
     return;
   }
@@ -97,28 +111,18 @@ store::ItemRecord new_item(const session::Session& session, char kind) {
   item.symbol = std::in_range<std::int16_t>(symbol) ? static_cast<std::int16_t>(symbol) : store::kDotSymbol;
   item.symbol_mode = store::mode_of_codes(settings);
   item.display_mode = 3;
-  if (kind == 'I') item.time = {static_cast<std::uint32_t>(session.clock.unix_seconds() - store::kGarminEpochUnix)};
+  // Events have the time as people of the chosen zone read it.
+  const std::int64_t now = session.clock.unix_seconds() + store::offset_seconds(session.time_offset_hours());
+  if (kind == 'I') item.time = {static_cast<std::uint32_t>(now - store::kGarminEpochUnix)};
   return item;
 }
 
-Added add_item(store::ItemStore& items, const store::ItemRecord& item) {
-  const int before = count_of(items, item.kind);
+bool add_item(store::ItemStore& items, const store::ItemRecord& item) {
   items.set_input_time_offset(0);
   items.start_item();
   items.CurrentItem = item;
-  const int refused = item.kind == 'I'   ? items.push_event()
-                      : item.kind == 'P' ? items.push_proximity()
-                                         : items.push_waypoint(0);
-  if (refused != 0) return Added::StoreIsFull;
-  if (count_of(items, item.kind) > before) return Added::Yes;
-  // Dropped as a duplicate, or put in the place of one.
-  for (int index = 1; index <= items.waypoint_count(); ++index) {
-    const store::ItemRecord waypoint = items.waypoint(index);
-    if (waypoint.ident == item.ident && waypoint.position == item.position && waypoint.comment == item.comment &&
-        waypoint.symbol == item.symbol)
-      return Added::Yes;
-  }
-  return Added::IsThereAlready;
+  if (item.kind == 'I') return items.push_event() == 0;
+  return (item.kind == 'P' ? items.push_proximity() : items.push_waypoint(0)) == 0;
 }
 
 }  // namespace ui

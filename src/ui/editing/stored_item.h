@@ -24,8 +24,7 @@ void put_back(store::ItemStore& items, const EditedItem& edited);
 // and, of events, the time now.
 [[nodiscard]] store::ItemRecord new_item(const session::Session& session, char kind);
 
-// False when the store is full, which it says itself, or drops the item as one that it has already.
-enum class Added { Yes, IsThereAlready, StoreIsFull };
-[[nodiscard]] Added add_item(store::ItemStore& items, const store::ItemRecord& item);
+// False when the store is full, which it says itself.
+[[nodiscard]] bool add_item(store::ItemStore& items, const store::ItemRecord& item);
 
 }  // namespace ui

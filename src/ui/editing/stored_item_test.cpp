@@ -130,17 +130,28 @@ TEST_F(StoredItemTest, ANewItemHasTheDefaultSymbolOfTheChosenSet) {
   EXPECT_EQ(new_item(session, 'W').symbol_mode, 3);
 }
 
-TEST_F(StoredItemTest, ANewItemThatIsThereAlreadyIsNotAddedInSilence) {
+TEST_F(StoredItemTest, ANewWaypointThatTheOptionsWouldDropOrPutInAnothersPlaceIsAProblemOfItsName) {
   store::ItemRecord item = new_item(session, 'W');
   item.ident = "A";
   item.position = {1, 2};
-  session.settings.HandleReadDups = store::Duplicates::Ignore;
-  EXPECT_EQ(add_item(items, item), Added::IsThereAlready);
-  session.settings.HandleReadDups = store::Duplicates::Replace;
-  EXPECT_EQ(add_item(items, item), Added::Yes);
-  item.kind = 'P';
-  for (int i = 0; i < store::kProximityCapacity; ++i) EXPECT_EQ(add_item(items, item), Added::Yes);
-  EXPECT_EQ(add_item(items, item), Added::StoreIsFull);
+  ASSERT_TRUE(add_item(items, item));
+  item.ident = "a";
+  for (const auto duplicates : {store::Duplicates::Ignore, store::Duplicates::Replace}) {
+    session.settings.HandleReadDups = duplicates;
+    ItemForm form(session, item, true);
+    form.set_text(form.find("position"), "N40 W005");
+    EXPECT_NE(form.duplicate_problem(items), "");
+    form.set_text(form.find("ident"), "SOMEWHERE ELSE");
+    EXPECT_EQ(form.duplicate_problem(items), "");
+  }
+  session.settings.HandleReadDups = store::Duplicates::Merge;
+  EXPECT_EQ(ItemForm(session, item, true).duplicate_problem(items), "");
+}
+
+TEST_F(StoredItemTest, ANewItemFindsNoRoomInAFullStore) {
+  const store::ItemRecord item = new_item(session, 'P');
+  for (int i = 0; i < store::kProximityCapacity; ++i) EXPECT_TRUE(add_item(items, item));
+  EXPECT_FALSE(add_item(items, item));
 }
 
 }  // namespace

@@ -8,8 +8,7 @@
 
 namespace ui::lists {
 
-// Items, routes too, go out of use and stay where they are; points leave their route for good, but for those of routes
-// that are deleted by the same call.
+// Items, routes and their points too, go out of use and stay where they are.
 void delete_items(store::ItemStore& items, const std::vector<ItemRef>& which);
 void undelete_items(store::ItemStore& items, const std::vector<ItemRef>& which);
 

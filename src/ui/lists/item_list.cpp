@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <unordered_map>
 
 #include "base/text.h"
 #include "ui/lists/stored_items.h"
@@ -89,7 +90,28 @@ void ItemList::rebuild() {
   texts_.emplace(session_);
   reference_ = reference_position(session_.settings);
   order_.resize(static_cast<std::size_t>(count_of(session_.items, kind_)));
+  numbers_.clear();
+  // Track points are never put in another order, and have no numbers.
+  for (int index = 1; kind_ != 'T' && index <= row_count(); ++index)
+    numbers_.push_back(item_at(session_.items, kind_, index).number);
   sort_rows();
+}
+
+std::vector<int> ItemList::rebuild_and_follow(const std::vector<int>& indices) {
+  const std::vector<std::uint32_t> before = numbers_;
+  rebuild();
+  std::vector<int> now;
+  if (kind_ == 'T' || before == numbers_) {
+    for (const int index : indices) now.push_back(index <= row_count() ? index : 0);
+    return now;
+  }
+  std::unordered_map<std::uint32_t, int> index_of;
+  for (std::size_t i = 0; i < numbers_.size(); ++i) index_of.emplace(numbers_[i], static_cast<int>(i) + 1);
+  for (const int index : indices) {
+    const auto place = index_of.find(before[static_cast<std::size_t>(index) - 1]);
+    now.push_back(place == index_of.end() ? 0 : place->second);
+  }
+  return now;
 }
 
 std::string ItemList::title(int column) const {
@@ -227,7 +249,7 @@ std::string ItemList::text_of(Field field, const store::ItemRecord& item, int in
     case Field::Longitude:
       return texts_->position(item.position).second;
     case Field::Time:
-      return texts_->time(item.time);
+      return texts_->time(item.time, kind_);
     case Field::Altitude:
       return texts_->height(item.altitude);
     case Field::Depth:

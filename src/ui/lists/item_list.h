@@ -47,6 +47,9 @@ class ItemList {
   // To be called when items have changed: takes all of them, in the chosen order. The same when settings have changed.
   void rebuild();
 
+  // The same, and where the items of these indices are now, in the same order; 0 for those that have gone.
+  [[nodiscard]] std::vector<int> rebuild_and_follow(const std::vector<int>& indices);
+
   [[nodiscard]] std::span<const Column> columns() const { return columns_; }
   [[nodiscard]] std::string title(int column) const;
   [[nodiscard]] bool is_number(int column) const;
@@ -82,7 +85,8 @@ class ItemList {
   std::span<const Column> columns_;
   std::optional<ItemTexts> texts_;
   std::optional<geodesy::Position> reference_;
-  std::vector<int> order_;  // indices of the store by row
+  std::vector<int> order_;              // indices of the store by row
+  std::vector<std::uint32_t> numbers_;  // of the items by index, as they were at rebuild(); none for track points
   int sort_column_ = -1;
   bool ascending_ = true;
 };

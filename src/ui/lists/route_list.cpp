@@ -5,9 +5,15 @@
 namespace ui::lists {
 namespace {
 
-double leg_metres(const store::Route& route, std::size_t point) {
-  return geodesy::great_circle_distance(route.points[point - 1].position, route.points[point].position,
-                                        geodesy::DistanceUnit::Metres);
+// From the point before that is in use, if there is one; a deleted point has no leg.
+std::optional<double> leg_metres(const store::Route& route, std::size_t point) {
+  if (route.points[point].in_use == 0) return std::nullopt;
+  for (std::size_t before = point; before-- > 0;) {
+    if (route.points[before].in_use == 0) continue;
+    return geodesy::great_circle_distance(route.points[before].position, route.points[point].position,
+                                          geodesy::DistanceUnit::Metres);
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -63,11 +69,12 @@ std::string RouteList::name(const ItemRef& item) const {
 std::string RouteList::leg(const ItemRef& item) const {
   const store::Route& route = session_.items.route(item.index);
   double metres = 0;
-  if (item.point == 1) return {};
-  if (item.point > 1) {
-    metres = leg_metres(route, static_cast<std::size_t>(item.point) - 1);
+  if (item.point > 0) {
+    const std::optional<double> leg = leg_metres(route, static_cast<std::size_t>(item.point) - 1);
+    if (!leg) return {};
+    metres = *leg;
   } else {
-    for (std::size_t point = 1; point < route.points.size(); ++point) metres += leg_metres(route, point);
+    for (std::size_t point = 0; point < route.points.size(); ++point) metres += leg_metres(route, point).value_or(0);
   }
   return base::format_text("%.3f", metres / metres_per(session_.settings.DistValues));
 }
@@ -95,7 +102,8 @@ bool RouteList::is_selected(const ItemRef& item) const {
 
 bool RouteList::is_in_use(const ItemRef& item) const {
   const store::ItemRecord* header = record({'R', item.index, 0});
-  return header == nullptr || header->in_use != 0;
+  const store::ItemRecord* shown = record(item);
+  return header == nullptr || shown == nullptr || (header->in_use != 0 && shown->in_use != 0);
 }
 
 }  // namespace ui::lists

@@ -63,7 +63,8 @@ int select_by_route_use(store::ItemStore& items, bool used) {
   for (int number = 0; number < store::kRouteCapacity; ++number) {
     const store::Route& route = items.route(number);
     if (!route.header || route.header->in_use == 0) continue;
-    for (const store::ItemRecord& point : route.points) numbers.insert(point.number);
+    for (const store::ItemRecord& point : route.points)
+      if (point.in_use != 0) numbers.insert(point.number);
   }
   return select_by(items, 'W', [&](const store::ItemRecord& item) { return numbers.contains(item.number) == used; });
 }

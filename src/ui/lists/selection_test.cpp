@@ -96,16 +96,20 @@ TEST_F(SelectionTest, TogglingMakesAllLikeTheOppositeOfTheFirst) {
   EXPECT_EQ(selected(), "");
 }
 
-TEST_F(SelectionTest, DeletedPointsLeaveTheirRouteUnlessItIsDeletedItself) {
+TEST_F(SelectionTest, RoutesAndTheirPointsGoOutOfUseAndComeBack) {
   add_route(1, {"A", "B", "C"});
   add_route(2, {"X", "Y"});
-  delete_items(items, {{'R', 1, 1}, {'R', 1, 3}, {'R', 2, 0}, {'R', 2, 1}});
-  ASSERT_EQ(items.route(1).points.size(), 1u);
-  EXPECT_EQ(items.route(1).points[0].ident, "B");
-  EXPECT_EQ(items.route(2).points.size(), 2u);
-  EXPECT_TRUE(has_deleted_item(items, {{'R', 1, 1}, {'R', 2, 0}}));
-  undelete_items(items, {{'R', 2, 0}});
-  EXPECT_EQ(items.route(2).header->in_use, 1);
+  const std::vector<ItemRef> some{{'R', 1, 1}, {'R', 1, 3}, {'R', 2, 0}};
+  delete_items(items, some);
+  ASSERT_EQ(items.route(1).points.size(), 3u);
+  EXPECT_EQ(items.route(1).points[0].in_use, 0);
+  EXPECT_EQ(items.route(1).points[1].in_use, 1);
+  EXPECT_EQ(items.route(2).header->in_use, 0);
+  EXPECT_FALSE(has_item_in_use(items, some));
+  EXPECT_TRUE(has_deleted_item(items, {{'R', 1, 3}}));
+  undelete_items(items, some);
+  EXPECT_EQ(items.route(1).points[2].in_use, 1);
+  EXPECT_FALSE(has_deleted_item(items, some));
 }
 
 }  // namespace

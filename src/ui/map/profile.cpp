@@ -128,12 +128,13 @@ std::vector<TrackRange> track_ranges(const store::ItemStore& items) {
   return ranges;
 }
 
-std::string track_title(const session::Session& session, int number, const TrackRange& range) {
-  const store::ItemRecord start = session.items.track_point(range.first);
+std::string track_title(const store::ItemStore& items, const ItemTexts& texts, int number, const TrackRange& range) {
+  const store::ItemRecord start = items.track_point(range.first);
   std::string title = std::to_string(number) + ":";
   const std::string name(base::trim_blanks(start.ident));
-  title += name.empty() ? base::format_text(" %d points", range.last - range.first + 1) : " " + name;
-  const std::string time = ItemTexts(session).time(start.time);
+  const int points = range.last - range.first + 1;
+  title += name.empty() ? base::format_text(" %d point%s", points, points == 1 ? "" : "s") : " " + name;
+  const std::string time = texts.time(start.time, 'T');
   return time.empty() ? title : title + " - " + time;
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "session/session.h"
+#include "ui/item_texts.h"
 
 namespace ui::map {
 
@@ -42,6 +43,7 @@ struct TrackRange {
 };
 [[nodiscard]] std::vector<TrackRange> track_ranges(const store::ItemStore& items);
 // "1: NAME - Sun Dec 31 00:00:00 1989" of the track with this number from 1; without what is not known. Latin-1.
-[[nodiscard]] std::string track_title(const session::Session& session, int number, const TrackRange& range);
+[[nodiscard]] std::string track_title(const store::ItemStore& items, const ItemTexts& texts, int number,
+                                      const TrackRange& range);
 
 }  // namespace ui::map

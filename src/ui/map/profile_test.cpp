@@ -134,8 +134,8 @@ TEST_F(ProfileTest, TracksAreNumberedAndNamed) {
   const auto ranges = track_ranges(items);
   ASSERT_EQ(ranges.size(), 2u);
   EXPECT_EQ(ranges[0].last, 2);
-  EXPECT_TRUE(track_title(session, 1, ranges[0]).starts_with("1: HILL - "));
-  EXPECT_EQ(track_title(session, 2, ranges[1]), "2: 1 points");
+  EXPECT_TRUE(track_title(session.items, ItemTexts(session), 1, ranges[0]).starts_with("1: HILL - "));
+  EXPECT_EQ(track_title(session.items, ItemTexts(session), 2, ranges[1]), "2: 1 point");
 }
 
 TEST(Thinned, KeepsEveryPeak) {

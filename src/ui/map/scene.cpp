@@ -199,7 +199,7 @@ std::string item_title(const session::Session& session, const ItemRef& item) {
     default:
       break;
   }
-  const std::string time = ItemTexts(session).time(record.time);
+  const std::string time = ItemTexts(session).time(record.time, 'T');
   return base::format_text("Track point %d", item.index) + (time.empty() ? "" : ", " + time);
 }
 

@@ -144,7 +144,9 @@ void follow_log_settings(session::Session& session, Display& display, const stor
                           now.DebugFileNameExtn != before.DebugFileNameExtn ||
                           now.SaveDebugFileWorkingDirectory != before.SaveDebugFileWorkingDirectory;
   if (now.EnableDebugFile == 0 && before.EnableDebugFile != 0) session.debug_log.close();
-  if (now.EnableDebugFile != 0 && (before.EnableDebugFile == 0 || other_file)) session.open_debug_log();
+  // A file that is being written stays as it is.
+  const bool is_written = session.debug_log.is_open() && !other_file;
+  if (now.EnableDebugFile != 0 && (before.EnableDebugFile == 0 || other_file) && !is_written) session.open_debug_log();
   if (now.LogDisplayOutput == 0 && before.LogDisplayOutput != 0) display.close_log();
   if (now.LogDisplayOutput != 0 && before.LogDisplayOutput == 0) display.log_to("DisplayOutput");
 }

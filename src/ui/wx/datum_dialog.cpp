@@ -37,6 +37,7 @@ DatumDialog::DatumDialog(wxWindow* parent, session::Session& session, const Datu
   sizer->Add(new wxStaticLine(this), wxSizerFlags().Expand());
   const auto take = [this] {
     take_over();
+    was_saved_ = true;
     return true;
   };
   sizer->Add(make_save_row(*this, session_, take), wxSizerFlags().Expand().Border(wxALL, FromDIP(kMargin)));

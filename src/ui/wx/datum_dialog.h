@@ -27,6 +27,8 @@ class DatumDialog : public wxDialog {
 
   // The datum that is highlighted in the list, or was last.
   [[nodiscard]] const DatumChoice& choice() const { return choice_; }
+  // Whether the user has saved a choice meanwhile, whatever came of the dialog afterwards.
+  [[nodiscard]] bool was_saved() const { return was_saved_; }
   // Puts the choice into the session's settings.
   void take_over();
 
@@ -40,6 +42,7 @@ class DatumDialog : public wxDialog {
 
   session::Session& session_;
   DatumChoice choice_;
+  bool was_saved_ = false;
   const std::vector<std::string> names_;
   const std::vector<OptionEntry> notations_;
   std::vector<std::string> shown_names_;

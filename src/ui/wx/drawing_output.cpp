@@ -9,6 +9,7 @@
 
 #include <memory>
 
+#include "ui/wx/file_dialogs.h"
 #include "ui/wx/text.h"
 
 namespace ui::wx {
@@ -67,12 +68,11 @@ bool write_png(const wxBitmap& bitmap, const std::filesystem::path& file) {
 }
 
 void save_as_png(wxFrame& frame, const wxString& name, const Drawing& drawing, const wxSize& size) {
-  wxFileDialog dialog(&frame, "Save as PNG", "", name, "PNG pictures (*.png)|*.png", wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-  if (dialog.ShowModal() != wxID_OK) return;
-  std::filesystem::path file = path_of(dialog.GetPath());
-  if (!file.has_extension()) file += ".png";
-  if (!write_png(bitmap_of(drawing, size, frame.GetContentScaleFactor()), file))
-    wxMessageBox(wx_path(file) + " could not be written.", "Save as PNG", wxOK | wxICON_ERROR, &frame);
+  FileQuestion question{"Save as PNG", {}, record_text(name), {{"PNG pictures (*.png)", "*.png"}}, 0};
+  const std::optional<std::filesystem::path> file = ask_file_to_save(&frame, question);
+  if (!file) return;
+  if (!write_png(bitmap_of(drawing, size, frame.GetContentScaleFactor()), *file))
+    wxMessageBox(wx_path(*file) + " could not be written.", "Save as PNG", wxOK | wxICON_ERROR, &frame);
 }
 
 void print_drawing(wxFrame& frame, const wxString& title, const Drawing& drawing, const wxSize& size) {

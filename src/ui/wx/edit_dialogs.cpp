@@ -57,7 +57,7 @@ bool edit_item(wxWindow* parent, Desk& desk, const ItemRef& item) {
   if (!edited) return false;
   if (edited->item.kind == 'R') return edit_route(parent, desk, edited->place.index);
   ItemForm form(desk.session(), edited->item);
-  ItemDialog dialog(parent, "Edit " + name_of(edited->item.kind), form);
+  ItemDialog dialog(parent, "Edit " + name_of(edited->item.kind), desk.session().items, form);
   if (dialog.ShowModal() != wxID_OK || !has_changes(form)) return false;
   edited->item = form.result();
   put_back(desk.session().items, *edited);
@@ -66,23 +66,29 @@ bool edit_item(wxWindow* parent, Desk& desk, const ItemRef& item) {
 
 bool create_item(wxWindow* parent, Desk& desk, char kind) {
   ItemForm form(desk.session(), new_item(desk.session(), kind), true);
-  ItemDialog dialog(parent, "New " + name_of(kind), form);
+  ItemDialog dialog(parent, "New " + name_of(kind), desk.session().items, form);
   if (dialog.ShowModal() != wxID_OK) return false;
-  const Added added = add_item(desk.session().items, form.result());
-  if (added == Added::IsThereAlready)
-    desk.session().front_end.message_box("New " + std::string(name_of(kind).utf8_string()),
-                                         "It was not added: there is one of this name already.");
-  return added == Added::Yes;
+  return add_item(desk.session().items, form.result());
 }
 
-ItemDialog::ItemDialog(wxWindow* parent, const wxString& title, ItemForm& form)
-    : wxDialog(parent, wxID_ANY, title, wxDefaultPosition, wxDefaultSize, kStyle), form_(form), edit_(this, form) {
+ItemDialog::ItemDialog(wxWindow* parent, const wxString& title, const store::ItemStore& items, ItemForm& form)
+    : wxDialog(parent, wxID_ANY, title, wxDefaultPosition, wxDefaultSize, kStyle),
+      items_(items),
+      form_(form),
+      edit_(this, form) {
   lay_out(*this, edit_.window(), nullptr);
+  Bind(wxEVT_INIT_DIALOG, [this](wxInitDialogEvent&) { CallAfter([this] { edit_.focus_first(); }); });
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent& event) { event.Skip(accept()); }, wxID_OK);
 }
 
-bool ItemDialog::accept() { return edit_.show_problems(form_.problems()); }
+bool ItemDialog::accept() {
+  std::vector<std::string> problems = form_.problems();
+  const std::size_t name = form_.find("ident");
+  if (std::ranges::all_of(problems, &std::string::empty) && name < problems.size())
+    problems[name] = form_.duplicate_problem(items_);
+  return edit_.show_problems(problems);
+}
 
 RouteDialog::RouteDialog(wxWindow* parent, const session::Session& session, RouteForm& route)
     : wxDialog(parent, wxID_ANY, "Edit Route", wxDefaultPosition, wxDefaultSize, kStyle),
@@ -91,6 +97,7 @@ RouteDialog::RouteDialog(wxWindow* parent, const session::Session& session, Rout
       edit_(this, route.header()) {
   lay_out(*this, edit_.window(), make_points());
   show_points(0);
+  Bind(wxEVT_INIT_DIALOG, [this](wxInitDialogEvent&) { CallAfter([this] { edit_.focus_first(); }); });
   Bind(
       wxEVT_BUTTON, [this](wxCommandEvent& event) { event.Skip(accept()); }, wxID_OK);
 }

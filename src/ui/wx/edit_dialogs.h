@@ -19,13 +19,14 @@ bool create_item(wxWindow* parent, Desk& desk, char kind);
 class ItemDialog : public wxDialog {
  public:
   // The form must outlive the dialog.
-  ItemDialog(wxWindow* parent, const wxString& title, ItemForm& form);
+  ItemDialog(wxWindow* parent, const wxString& title, const store::ItemStore& items, ItemForm& form);
 
   // What OK does before it closes: false, with the problems shown, when something cannot be taken.
   bool accept();
   [[nodiscard]] EditForm& form() { return edit_; }
 
  private:
+  const store::ItemStore& items_;
   ItemForm& form_;
   EditForm edit_;
 };

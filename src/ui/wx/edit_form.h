@@ -22,6 +22,9 @@ class EditForm {
   // Says what is wrong beside each field, and goes to the first that has a problem. True when none has.
   bool show_problems(const std::vector<std::string>& problems);
 
+  // To be called when the dialog is shown: typing goes into the first field then.
+  void focus_first() { rows_.front().control->SetFocus(); }
+
   [[nodiscard]] wxWindow* control(std::string_view id) const { return rows_[form_.find(id)].control; }
   // What stands beside a field now.
   [[nodiscard]] wxString message(std::string_view id) const;

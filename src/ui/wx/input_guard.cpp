@@ -7,14 +7,29 @@
 
 namespace ui::wx {
 
+// The filter stands only as long as events are taken, whatever comes of them.
+class InputGuard::Taking {
+ public:
+  explicit Taking(InputGuard& guard) : guard_(guard) {
+    guard_.is_taking_ = true;
+    wxEvtHandler::AddFilter(&guard_);
+  }
+  ~Taking() {
+    wxEvtHandler::RemoveFilter(&guard_);
+    guard_.is_taking_ = false;
+  }
+  Taking(const Taking&) = delete;
+  Taking& operator=(const Taking&) = delete;
+
+ private:
+  InputGuard& guard_;
+};
+
 bool InputGuard::take_events() {
   wxEventLoopBase* loop = wxEventLoopBase::GetActive();
   if (loop == nullptr || loop->IsYielding() || is_taking_) return false;
-  is_taking_ = true;
-  wxEvtHandler::AddFilter(this);
+  const Taking taking(*this);
   loop->YieldFor(wxEVT_CATEGORY_ALL);
-  wxEvtHandler::RemoveFilter(this);
-  is_taking_ = false;
   return std::exchange(esc_, false);
 }
 

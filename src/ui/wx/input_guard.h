@@ -21,6 +21,8 @@ class InputGuard : public wxEventFilter {
   int FilterEvent(wxEvent& event) override;
 
  private:
+  class Taking;
+
   wxTopLevelWindow& main_window_;
   bool is_taking_ = false;
   bool esc_ = false;

@@ -124,6 +124,8 @@ void ListFrame::on_key(wxKeyEvent& event) {
     event.Skip();
   } else if (event.GetKeyCode() == WXK_SPACE) {
     act(ListAction::ToggleSelected);
+  } else if (event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER) {
+    act(ListAction::Edit);
   } else if (event.GetKeyCode() == WXK_DELETE || event.GetKeyCode() == WXK_NUMPAD_DELETE) {
     act(ListAction::Delete);
   } else {
@@ -265,7 +267,8 @@ void ListFrame::select_within() {
       lists::select_within(session.items, kind_, *centre, *metres);
       return;
     }
-    wxMessageBox("This is no distance.", "Select by Distance", wxOK | wxICON_EXCLAMATION, this);
+    wxMessageBox("Type a number, for example 2.5, in " + wx_text(texts.distance_unit()) + ".", "Select by Distance",
+                 wxOK | wxICON_EXCLAMATION, this);
   }
 }
 

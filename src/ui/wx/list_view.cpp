@@ -18,6 +18,7 @@ constexpr int kArrowWidth = 28;  // beside a column's title, with its margins; l
 constexpr int kTextMargins = 14;
 constexpr int kBoxWidth = 38;
 constexpr int kSampleRows = 20;
+constexpr long kCurrentAndLit = wxLIST_STATE_FOCUSED | wxLIST_STATE_SELECTED;
 
 }  // namespace
 
@@ -35,7 +36,8 @@ ListView::ListView(wxWindow* parent, Desk& desk, char kind)
   set_titles();
   set_widths();
   SetItemCount(list_.row_count());
-  if (list_.row_count() > 0) make_current(0);
+  // The keys have something to act on from the start.
+  if (list_.row_count() > 0) SetItemState(0, kCurrentAndLit, kCurrentAndLit);
   deleted_.SetTextColour(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
   deleted_.SetFont(GetFont().Strikethrough());
   Bind(wxEVT_LIST_COL_CLICK, [this](wxListEvent& event) { sort(event.GetColumn()); });
@@ -70,16 +72,22 @@ void ListView::set_widths() {
   store::Settings start;
   const std::span<const int> at_start = lists::saved_widths(start, kind_);
   const std::span<const int> saved = lists::saved_widths(desk_.session().settings, kind_);
+  std::vector<int> given;
   for (int column = 0; column < GetColumnCount(); ++column) {
     const auto i = static_cast<std::size_t>(column);
+    // A list whose widths are not saved keeps what the user has dragged.
+    if (i < given_widths_.size() && i >= saved.size() && GetColumnWidth(column) != given_widths_[i]) {
+      given.push_back(given_widths_[i]);
+      continue;
+    }
     const bool is_chosen = i < saved.size() && saved[i] != at_start[i];
     int width = FromDIP(std::max(i < saved.size() ? saved[i] : list_.columns()[i].width, 0));
     // The widths at the start are those of a small font.
     if (!is_chosen) width = std::max(width, fitting_width(column));
     SetColumnWidth(column, width);
+    given.push_back(GetColumnWidth(column));
   }
-  given_widths_.clear();
-  for (int column = 0; column < GetColumnCount(); ++column) given_widths_.push_back(GetColumnWidth(column));
+  given_widths_ = given;
 }
 
 void ListView::keep_widths() {
@@ -178,22 +186,27 @@ void ListView::show_item(const ItemRef& item) {
   make_current(row);
 }
 
-// Places in the store may mean other items now; most often they mean the same.
+// What is highlighted stays so, wherever it is now.
 void ListView::take_rows() {
-  const std::vector<ItemRef> lit = highlighted();
   const long row = current();
-  const int item = row < 0 ? 0 : list_.item_of(static_cast<int>(row));
+  const bool has_current = row >= 0 && row < list_.row_count();
+  std::vector<int> followed{has_current ? list_.item_of(static_cast<int>(row)) : 1};
+  for (const ItemRef& ref : highlighted()) followed.push_back(ref.index);
+  if (list_.row_count() == 0) followed.clear();
   const long top = GetTopItem();
   const long last = top + GetCountPerPage() - 1;
   const int old_count = list_.row_count();
-  list_.rebuild();
+  const std::vector<int> now = list_.rebuild_and_follow(followed);
   // The toolkit does not look after a current row that has gone.
   if (list_.row_count() < old_count) DeleteAllItems();
   SetItemCount(list_.row_count());
+  std::vector<ItemRef> lit;
+  for (std::size_t i = 1; i < now.size(); ++i)
+    if (now[i] != 0) lit.push_back({kind_, now[i], 0});
   highlight(lit);
   if (list_.row_count() == 0) return;
-  const long now = list_.row_of(item);
-  make_current(now >= 0 ? now : list_.row_count() - 1);
+  const long current_now = now.empty() || now.front() == 0 ? -1 : list_.row_of(now.front());
+  make_current(current_now >= 0 ? current_now : list_.row_count() - 1);
   for (const long seen : {last, top})
     if (seen >= 0) EnsureVisible(std::min<long>(seen, list_.row_count() - 1));
 }

@@ -5,6 +5,8 @@
 #include <wx/dnd.h>
 #include <wx/textdlg.h>
 
+#include <utility>
+
 #include "ui/ports.h"
 #include "ui/title.h"
 #include "ui/wx/edit_dialogs.h"
@@ -23,6 +25,16 @@ namespace {
 // The size that ten lines, the menu and the status bar need, in pixels of a plain screen.
 constexpr int kWidth = 630;
 constexpr int kHeight = 268;
+
+// Enough of it to take hold of.
+bool is_in_sight(const wxRect& place) {
+  constexpr int kEnough = 80;
+  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
+    const wxRect seen = wxDisplay(i).GetClientArea().Intersect(place);
+    if (seen.width >= kEnough && seen.height >= kEnough) return true;
+  }
+  return false;
+}
 
 // A window beside the main one, whose events are its own alone.
 template <typename Frame>
@@ -67,6 +79,12 @@ MainFrame::MainFrame(session::Session& session, Display& display, WindowScreen& 
   Bind(wxEVT_CLOSE_WINDOW, &MainFrame::on_close, this);
   Bind(wxEVT_MENU_OPEN, [this](wxMenuEvent& event) {
     menu_.refresh();
+    if (event.GetMenu() == menu_.ports_parent()) menu_.list_ports();
+    screen_.make_room_for_hints(true);
+    event.Skip();
+  });
+  Bind(wxEVT_MENU_CLOSE, [this](wxMenuEvent& event) {
+    screen_.make_room_for_hints(false);
     event.Skip();
   });
   place_at_start();
@@ -89,13 +107,26 @@ void MainFrame::place_at_start() {
     const store::WindowRectangle& saved = *settings.StartupLocation;
     const wxRect place(saved.left, saved.top, saved.width, saved.height);
     // A screen that is no longer there must not swallow the window.
-    if (place.width > 0 && place.height > 0 && wxDisplay::GetFromPoint(place.GetTopLeft()) != wxNOT_FOUND) {
+    if (place.width > 0 && place.height > 0 && is_in_sight(place)) {
       SetSize(place);
+      keep_place_when_shown();
       return;
     }
   }
   SetSize(FromDIP(wxSize(kWidth, kHeight)));
   CentreOnScreen();
+  keep_place_when_shown();
+}
+
+// Some window managers put a new window where they like.
+void MainFrame::keep_place_when_shown() {
+  Bind(wxEVT_SHOW, [this, place = GetPosition(), is_done = false](wxShowEvent& event) mutable {
+    event.Skip();
+    if (std::exchange(is_done, true)) return;
+    CallAfter([this, place] {
+      if (GetPosition() != place) Move(place);
+    });
+  });
 }
 
 void MainFrame::install_accelerators() {
@@ -106,18 +137,37 @@ void MainFrame::install_accelerators() {
     if (command != nullptr && command->menu.find('\t') == std::string_view::npos)
       entries.emplace_back(wxACCEL_CTRL, row.letter, menu_id(row.id));
   }
+  entries.emplace_back(wxACCEL_NORMAL, WXK_F1, menu_id(kManual));
   SetAcceleratorTable(wxAcceleratorTable(static_cast<int>(entries.size()), entries.data()));
 }
+
+// What stands while something runs alone, taken back however it ends.
+class MainFrame::Running {
+ public:
+  explicit Running(MainFrame& frame) : frame_(frame) {
+    frame_.is_busy_ = true;
+    frame_.screen_.begin_command();
+  }
+  ~Running() {
+    frame_.screen_.end_command();
+    frame_.is_busy_ = false;
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  MainFrame& frame_;
+};
 
 template <typename Action>
 bool MainFrame::run_alone(Action action) {
   if (is_busy_) return false;
-  is_busy_ = true;
-  screen_.begin_command();
   const std::uint64_t revision = session_.items.revision();
-  const bool done = action();
-  screen_.end_command();
-  is_busy_ = false;
+  bool done = false;
+  {
+    const Running running(*this);
+    done = action();
+  }
   for (View* view : std::vector(views_)) {
     view->show_change(Change::Selection);
     if (session_.items.revision() != revision) view->show_change(Change::Items);
@@ -177,9 +227,10 @@ void MainFrame::tell(Change change) {
 }
 
 bool MainFrame::edit(const ItemRef& item) {
-  if (is_busy_ || !edit_item(wxGetActiveWindow(), *this, item)) return false;
-  tell(Change::Items);
-  return true;
+  // Nothing else may move the items while the dialog knows its item by its place.
+  const bool is_changed = run_alone([&] { return edit_item(wxGetActiveWindow(), *this, item); });
+  if (is_changed) display_.refresh_title();
+  return is_changed;
 }
 
 MapFrame& MainFrame::open_map() {
@@ -219,6 +270,7 @@ bool MainFrame::ask_lowrance_options(Direction direction) { return wx::ask_lowra
 bool MainFrame::show_options() {
   if (!show_option_sheet(this, *this)) return false;
   session_.apply_settings();
+  menu_.list_ports();
   tell(Change::Settings);
   return true;
 }

@@ -70,11 +70,14 @@ class MainFrame : public wxFrame, public Desk, private Windows {
   [[nodiscard]] std::optional<store::WindowRectangle> place() const override;
   void close() override;
 
+  class Running;
+
   // Runs something that takes over the program until it ends; false when something else does.
   template <typename Action>
   bool run_alone(Action action);
   void choose_other_port();
   void place_at_start();
+  void keep_place_when_shown();
   void on_menu(wxCommandEvent& event);
   void on_close(wxCloseEvent& event);
   void leave();

@@ -26,6 +26,8 @@ class MainMenu {
   void refresh();
   // ... and lists the ports that there are now.
   void list_ports();
+  // The menu in which they are a submenu.
+  [[nodiscard]] const wxMenu* ports_parent() const { return ports_menu_->GetParent(); }
   // The port of a menu id; empty for other ids. "?" where the user shall name it.
   [[nodiscard]] std::string port_of(int menu_id) const;
 

@@ -58,6 +58,7 @@ constexpr std::size_t kMostNamesTried = 1500;
 constexpr std::size_t kPiece = 64;
 
 void stroke(wxGraphicsContext& context, const map::Polyline& line) {
+  if (line.size() == 1) context.StrokeLine(line[0].x - 1, line[0].y, line[0].x + 1, line[0].y);
   for (std::size_t first = 0; first + 1 < line.size(); first += kPiece) {
     const std::size_t end = std::min(first + kPiece + 1, line.size());
     wxGraphicsPath path = context.CreatePath();

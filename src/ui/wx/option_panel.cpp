@@ -132,7 +132,7 @@ void OptionPanel::choose_datum() {
   (void)store::set_key(shown, "externaldatum", datum->get());
   (void)store::set_key(shown, "DMSMode", notation->get());
   DatumDialog dialog(this, session_, {shown.externaldatum, shown.DMSMode});
-  if (dialog.ShowModal() != wxID_OK) return;
+  if (dialog.ShowModal() != wxID_OK && !dialog.was_saved()) return;
   shown.externaldatum = dialog.choice().datum;
   shown.DMSMode = dialog.choice().notation;
   datum->set(shown.externaldatum);

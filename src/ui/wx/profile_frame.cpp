@@ -77,9 +77,10 @@ void ProfileFrame::read_tracks() {
   const int chosen = tracks_->GetSelection();
   revision_ = desk_.session().items.revision();
   ranges_ = map::track_ranges(desk_.session().items);
+  const ItemTexts texts(desk_.session());
   wxArrayString titles;
   for (std::size_t i = 0; i < ranges_.size(); ++i)
-    titles.push_back(wx_text(map::track_title(desk_.session(), static_cast<int>(i) + 1, ranges_[i])));
+    titles.push_back(wx_text(map::track_title(desk_.session().items, texts, static_cast<int>(i) + 1, ranges_[i])));
   tracks_->Set(titles);
   tracks_->Enable(!ranges_.empty());
   if (!ranges_.empty()) tracks_->SetSelection(std::clamp(chosen, 0, static_cast<int>(ranges_.size()) - 1));

@@ -45,6 +45,7 @@ RouteTree::RouteTree(wxWindow* parent, Desk& desk)
   shown_routes_ = model_->list().routes();
   if (shown_routes_.size() <= kFewRoutes)
     for (const ItemRef& route : shown_routes_) Expand(RouteModel::item_of(route));
+  if (!shown_routes_.empty()) Select(RouteModel::item_of(shown_routes_.front()));
   Bind(wxEVT_DATAVIEW_ITEM_VALUE_CHANGED, [&desk](wxDataViewEvent&) { desk.tell(Change::Selection); });
 }
 

@@ -33,14 +33,19 @@ void WindowScreen::attach(wxFrame& frame) {
   all->Add(panel, 1, wxEXPAND);
   frame.SetSizer(all);
   wxStatusBar* bar = frame.CreateStatusBar(3);
-  const std::array<int, 3> widths{-4, -4, -3};
-  bar->SetStatusWidths(static_cast<int>(widths.size()), widths.data());
+  make_room_for_hints(false);
   gauge_ = new wxGauge(bar, wxID_ANY, 1, wxDefaultPosition, wxDefaultSize, wxGA_HORIZONTAL | wxGA_SMOOTH);
   gauge_->Hide();
   bar->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
     place_gauge();
     event.Skip();
   });
+}
+
+void WindowScreen::make_room_for_hints(bool room) {
+  static constexpr std::array<int, 3> kUsual{-4, -4, -3}, kForHints{-20, -1, -1};  // negative: in proportion
+  const std::array<int, 3>& widths = room ? kForHints : kUsual;
+  frame_->GetStatusBar()->SetStatusWidths(static_cast<int>(widths.size()), widths.data());
 }
 
 void WindowScreen::detach() {
@@ -66,6 +71,7 @@ void WindowScreen::enable_menus(bool enabled) {
 void WindowScreen::place_gauge() {
   wxRect place;
   if (gauge_ != nullptr && frame_->GetStatusBar()->GetFieldRect(kReadinessField, place)) {
+    if (place.width <= 0 || place.height <= 0) return;  // not laid out yet
     const int height = gauge_->GetBestSize().y;
     gauge_->SetSize(place.x, place.y + (place.height - height) / 2, place.width, height);
   }

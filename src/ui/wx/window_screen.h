@@ -27,6 +27,8 @@ class WindowScreen : public Screen {
   void end_command();
   // The user has agreed to an abort and to closing the main window behind it.
   [[nodiscard]] bool close_was_agreed() const { return close_agreed_; }
+  // The first status field takes the room of the others while menu entries are explained in it.
+  void make_room_for_hints(bool room);
   // What the second status field says while there is no progress bar.
   void set_readiness(const wxString& text);
 
