@@ -97,7 +97,7 @@ void draw_the_map(benchmark::State& state) {
   ui::wx::MapCanvas& canvas = window.frame->map_frame()->canvas();
   canvas.show_all();
   if (state.range(0) != 1) canvas.zoom(static_cast<double>(state.range(0)));
-  for (auto _ : state) benchmark::DoNotOptimize(bitmap_of(canvas.drawing(), canvas.GetClientSize(), 1));
+  for (auto _ : state) benchmark::DoNotOptimize(ui::wx::bitmap_of(canvas.drawing(), canvas.GetClientSize(), 1));
   state.counters["MB"] = most_memory();
 }
 BENCHMARK(draw_the_map)->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "ui/actions.h"
+#include "ui/stored_items.h"
 
 namespace ui {
 namespace {
@@ -24,21 +25,6 @@ constexpr std::array kLists{
     KindRow{40300, 'P', "No proximity waypoints loaded!"},
 };
 constexpr std::array kCreations{KindRow{40179, 'W'}, KindRow{40142, 'I'}, KindRow{40301, 'P'}};
-
-int count_of(const store::ItemStore& items, char kind) {
-  switch (kind) {
-    case 'W':
-      return items.waypoint_count();
-    case 'R':
-      return items.route_count();
-    case 'T':
-      return items.track_point_count();
-    case 'I':
-      return items.event_count();
-    default:
-      return items.proximity_count();
-  }
-}
 
 bool must_have_picture(const Session& session) {
   if (session.picture) return true;

@@ -2,30 +2,10 @@
 
 #include <algorithm>
 
+#include "ui/stored_items.h"
+
 namespace ui {
 namespace {
-
-int count_of(const store::ItemStore& items, char kind) {
-  switch (kind) {
-    case 'W':
-      return items.waypoint_count();
-    case 'T':
-      return items.track_point_count();
-    case 'I':
-      return items.event_count();
-    case 'P':
-      return items.proximity_count();
-    default:
-      return 0;
-  }
-}
-
-store::ItemRecord record_of(const store::ItemStore& items, const ItemRef& place) {
-  if (place.kind == 'T') return items.track_point(place.index);
-  if (place.kind == 'I') return items.event(place.index);
-  if (place.kind == 'P') return items.proximity(place.index);
-  return items.waypoint(place.index);
-}
 
 // The waypoint of the same name and place, of several the one with the point's number; 0 for none.
 int waypoint_of(const store::ItemStore& items, const store::ItemRecord& point) {
@@ -88,7 +68,7 @@ int default_symbol(const store::Settings& settings) {
 std::optional<EditedItem> edited_item(const store::ItemStore& items, const ItemRef& place) {
   if (place.kind == 'R') return edited_of_route(items, place);
   if (place.index < 1 || place.index > count_of(items, place.kind)) return std::nullopt;
-  return EditedItem{place, record_of(items, place)};
+  return EditedItem{place, item_at(items, place.kind, place.index)};
 }
 
 void put_back(store::ItemStore& items, const EditedItem& edited) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/lists/stored_items.h"
+#include "ui/stored_items.h"
 
 namespace ui::lists {
 namespace {

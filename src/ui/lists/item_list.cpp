@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "base/text.h"
-#include "ui/lists/stored_items.h"
+#include "ui/stored_items.h"
 
 namespace ui::lists {
 namespace {

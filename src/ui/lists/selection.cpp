@@ -6,7 +6,7 @@
 #include <unordered_set>
 
 #include "base/text.h"
-#include "ui/lists/stored_items.h"
+#include "ui/stored_items.h"
 
 namespace ui::lists {
 namespace {

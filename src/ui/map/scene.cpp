@@ -9,6 +9,7 @@
 
 #include "base/text.h"
 #include "ui/item_texts.h"
+#include "ui/stored_items.h"
 
 namespace ui::map {
 namespace {
@@ -160,21 +161,13 @@ std::vector<ItemRef> Scene::items_within(const Viewport& viewport, const Layers&
 }
 
 store::ItemRecord record_of(const store::ItemStore& items, const ItemRef& item) {
-  switch (item.kind) {
-    case 'W':
-      return items.waypoint(item.index);
-    case 'T':
-      return items.track_point(item.index);
-    case 'I':
-      return items.event(item.index);
-    case 'P':
-      return items.proximity(item.index);
-    default:
-      break;
-  }
+  if (item.kind != 'R')
+    return item.index >= 1 && item.index <= count_of(items, item.kind) ? item_at(items, item.kind, item.index)
+                                                                       : store::ItemRecord{};
   const store::Route& route = items.route(item.index);
-  return item.point == 0 ? route.header.value_or(store::ItemRecord{})
-                         : route.points[static_cast<std::size_t>(item.point) - 1];
+  if (item.point == 0) return route.header.value_or(store::ItemRecord{});
+  const auto point = static_cast<std::size_t>(item.point);
+  return point <= route.points.size() ? route.points[point - 1] : store::ItemRecord{};
 }
 
 bool is_selected(const store::ItemStore& items, const ItemRef& item) {

@@ -14,7 +14,7 @@
 #include "ui/item_texts.h"
 #include "ui/lists/deletion.h"
 #include "ui/lists/selection.h"
-#include "ui/lists/stored_items.h"
+#include "ui/stored_items.h"
 #include "ui/wx/list_view.h"
 #include "ui/wx/route_tree.h"
 #include "ui/wx/text.h"
@@ -44,10 +44,6 @@ const char* name_of(char kind) {
 ListPane* make_pane(wxWindow* parent, Desk& desk, char kind) {
   if (kind == 'R') return new RouteTree(parent, desk);
   return new ListView(parent, desk, kind);
-}
-
-int count_of(const store::ItemStore& items, char kind) {
-  return kind == 'R' ? items.route_count() : lists::count_of(items, kind);
 }
 
 }  // namespace

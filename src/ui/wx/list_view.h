@@ -27,6 +27,9 @@ class ListView : public wxListCtrl, public ListPane {
 
   [[nodiscard]] const lists::ItemList& rows() const { return list_; }
 
+  // By a column, as a click on its title does.
+  void sort(int column);
+
  protected:
   wxString OnGetItemText(long row, long column) const override;
   int OnGetItemColumnImage(long row, long column) const override;
@@ -38,7 +41,6 @@ class ListView : public wxListCtrl, public ListPane {
   [[nodiscard]] int fitting_width(int column) const;
   void set_titles();
   void take_rows();
-  void sort(int column);
   void select(long row, bool selected);
   [[nodiscard]] long current() const { return GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_FOCUSED); }
   void make_current(long row);

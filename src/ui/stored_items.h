@@ -1,14 +1,16 @@
-// The records of the plain lists ('W', 'T', 'I', 'P') by kind and index.
+// Items of the store by their kind: 'W', 'R', 'T' (points), 'I', 'P'.
 #pragma once
 
 #include "session/session.h"
 
-namespace ui::lists {
+namespace ui {
 
 [[nodiscard]] inline int count_of(const store::ItemStore& items, char kind) {
   switch (kind) {
     case 'W':
       return items.waypoint_count();
+    case 'R':
+      return items.route_count();
     case 'T':
       return items.track_point_count();
     case 'I':
@@ -20,7 +22,7 @@ namespace ui::lists {
   }
 }
 
-// The index counts from 1, up to count_of().
+// Of any kind but routes; the index counts from 1, up to count_of().
 [[nodiscard]] inline store::ItemRecord item_at(const store::ItemStore& items, char kind, int index) {
   switch (kind) {
     case 'W':
@@ -34,4 +36,4 @@ namespace ui::lists {
   }
 }
 
-}  // namespace ui::lists
+}  // namespace ui
