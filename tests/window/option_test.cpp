@@ -12,6 +12,7 @@
 #include "ui/wx/option_dialog.h"
 #include "ui/wx/option_dialogs.h"
 #include "ui/wx/save_row.h"
+#include "ui/wx/symbol_choice.h"
 
 namespace ui::wx {
 namespace {
@@ -90,7 +91,7 @@ TEST_F(OptionTest, ChangesAreSavedAndReadBackFromTheFile) {
                                          type(dialog, "TimeOffsetHours", "-3.5");
                                          type(dialog, "externaldatum", "NAD27_CONUS");
                                          choose(dialog, "default_SP_icon", "Residence");
-                                         choose(dialog, "G12XL/II+_Symbol_Mapping 3", "Geocache");
+                                         control<SymbolChoice>(dialog, "G12XL/II+_Symbol_Mapping 3").set_code(8255);
                                          type(dialog, "SA_SetLat", "S33 30.0");
                                          click(control<wxButton>(dialog, kSaveButton));
                                          EXPECT_EQ(text_of(dialog, kSavedText), "Saved in pelorix.ini");

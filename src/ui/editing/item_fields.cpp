@@ -27,7 +27,8 @@ std::string show_text(const FieldContext&, const ItemRecord& item) {
 template <auto Member>
 std::string set_text(const FieldContext&, std::string_view text, ItemRecord& item) {
   constexpr std::size_t kLongest = std::remove_reference_t<decltype(item.*Member)>::longest();
-  if (text.size() > kLongest) return base::format_text("%zu characters fit here; these are %zu", kLongest, text.size());
+  if (text.size() > kLongest)
+    return std::to_string(kLongest) + " characters fit here; these are " + std::to_string(text.size());
   if (std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) < ' '; }))
     return "Line ends and other control characters do not fit here";
   item.*Member = text;
@@ -141,7 +142,7 @@ std::string set_subclass(const FieldContext&, std::string_view text, ItemRecord&
   const std::vector<std::string_view> words = base::split_words(text);
   auto subclass = item.subclass;
   if (words.size() != subclass.size())
-    return base::format_text("%zu bytes are needed; these are %zu", subclass.size(), words.size());
+    return std::to_string(subclass.size()) + " bytes are needed; these are " + std::to_string(words.size());
   for (std::size_t i = 0; i < words.size(); ++i) {
     const std::optional<long long> byte = base::parse_integer(words[i], 16);
     if (!byte || *byte < 0 || *byte > 255)

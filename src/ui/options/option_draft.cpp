@@ -51,6 +51,16 @@ std::string angle_for_file(OptionKind kind, const std::string& text) {
   return base::format_text("%f", *degrees);
 }
 
+// One entry a Garmin code.
+std::vector<OptionEntry> symbol_entries(const std::string& chosen) {
+  std::vector<OptionEntry> entries;
+  for (const store::SymbolRow& row : store::kSymbols)
+    entries.push_back({std::to_string(row.code), symbol_name(row.code)});
+  std::ranges::sort(entries, {}, [](const OptionEntry& entry) { return base::lower_case(entry.label); });
+  add_if_missing(entries, chosen, "Symbol " + chosen);
+  return entries;
+}
+
 }  // namespace
 
 std::string OptionDraft::text(const OptionRow& row) const {
@@ -100,15 +110,6 @@ OptionProblem OptionDraft::contradiction() const {
   if (settings_.SA_LwrRangeHi >= 0 && settings_.SA_LwrRangeHi < settings_.SA_LwrRangeLo)
     return {"SA_LwrRangeHi", "The last slot is before the first one"};
   return {};
-}
-
-std::vector<OptionEntry> OptionDraft::symbol_entries(const std::string& chosen) {
-  std::vector<OptionEntry> entries;
-  for (const store::SymbolRow& row : store::kSymbols)
-    entries.push_back({std::to_string(row.code), symbol_name(row.code)});
-  std::ranges::sort(entries, {}, [](const OptionEntry& entry) { return base::lower_case(entry.label); });
-  add_if_missing(entries, chosen, "Symbol " + chosen);
-  return entries;
 }
 
 std::vector<OptionEntry> OptionDraft::entries(const OptionRow& row) const {

@@ -38,8 +38,6 @@ class OptionDraft {
 
   // What a Choice or Symbol... field offers; the value that it has now is always among it.
   [[nodiscard]] std::vector<OptionEntry> entries(const OptionRow& row) const;
-  // Of one Garmin code.
-  [[nodiscard]] static std::vector<OptionEntry> symbol_entries(const std::string& chosen);
 
   [[nodiscard]] const store::Settings& settings() const { return settings_; }
   [[nodiscard]] const session::Session& session() const { return session_; }

@@ -11,6 +11,7 @@
 
 #include "base/text.h"
 #include "ui/ports.h"
+#include "ui/wx/symbol_choice.h"
 #include "ui/wx/text.h"
 
 namespace ui::wx {
@@ -177,29 +178,31 @@ OptionField choice_field(wxWindow* parent, const OptionDraft& draft, const Optio
 OptionField symbols_field(wxWindow* parent, const OptionDraft& draft, const OptionRow& row) {
   const std::string codes = draft.text(row);
   auto* grid = new wxFlexGridSizer(4, wxSize(parent->FromDIP(2 * kGap), parent->FromDIP(kGap)));
-  std::vector<std::shared_ptr<EntryChoice>> choices;
+  std::vector<SymbolChoice*> choices;  // children of the parent, as the field is
   for (const std::string_view code : base::split(codes, ',')) {
     const wxString number = std::to_string(choices.size());
     grid->Add(new wxStaticText(parent, wxID_ANY, number), wxSizerFlags().CentreVertical().Right());
-    choices.push_back(std::make_shared<EntryChoice>(parent, OptionDraft::symbol_entries(std::string(code))));
-    choices.back()->control->SetName(wx_text(row.key) + (choices.size() == 1 ? wxString() : " " + number));
-    choices.back()->control->SetMinSize(parent->FromDIP(wxSize(190, -1)));
-    choices.back()->control->SetToolTip(wx_text(row.hint));
-    grid->Add(choices.back()->control);
+    auto* choice = new SymbolChoice(parent, static_cast<int>(base::leading_integer(code)));
+    choice->SetName(wx_text(row.key) + (choices.empty() ? wxString() : " " + number));
+    choice->SetMinSize(parent->FromDIP(wxSize(190, -1)));
+    choice->SetToolTip(wx_text(row.hint));
+    grid->Add(choice);
+    choices.push_back(choice);
   }
   return {&row,
           grid,
-          choices.front()->control,
+          choices.front(),
           nullptr,
           [choices] {
             std::string text;
-            for (const auto& choice : choices) text += (text.empty() ? "" : ",") + choice->get();
+            for (const SymbolChoice* choice : choices)
+              text += (text.empty() ? "" : ",") + std::to_string(choice->code());
             return text;
           },
           [choices](const std::string& text) {
             const std::vector<std::string_view> pieces = base::split(text, ',');
             for (std::size_t i = 0; i < choices.size() && i < pieces.size(); ++i)
-              choices[i]->set(std::string(pieces[i]));
+              choices[i]->set_code(static_cast<int>(base::leading_integer(pieces[i])));
           }};
 }
 

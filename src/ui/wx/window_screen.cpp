@@ -85,9 +85,10 @@ void WindowScreen::set_readiness(const wxString& text) {
 void WindowScreen::paint_line(int line, std::string_view text) {
   wxStaticText* label = lines_[static_cast<std::size_t>(line) - 1];
   if (label == nullptr) return;
-  // A mnemonic is nothing that a message has.
-  label->SetLabelText(wx_text(text));
-  label->SetToolTip(wx_text(text));
+  const wxString shown = wx_text(text);
+  label->SetLabelText(shown);  // a mnemonic is nothing that a message has
+  // What does not fit can still be read.
+  label->SetToolTip(label->GetTextExtent(shown).x > label->GetSize().x ? shown : wxString());
 }
 
 void WindowScreen::paint_status(int field, std::string_view text) {
