@@ -118,7 +118,7 @@ bool OziFile::take_header_line() {
     --header_lines_left_;
     if (std::exchange(datum_expected_, false)) set_datum(fields_[0]);
     if (&kind_ == &kOziTrack && fields_[0].starts_with("Altitude is in"))
-      metres_per_altitude_unit_ = fields_[0].starts_with("Altitude is in Met") ? 1 : kMetresPerFoot;
+      metres_per_altitude_unit_ = fields_[0].starts_with("Altitude is in Met") ? 1 : geodesy::kMetresPerFoot;
     return true;
   }
   header_lines_left_ = 0;
@@ -159,7 +159,7 @@ bool OziFile::set_waypoint(store::ItemRecord& item, std::size_t first) {
   set_text(item.comment, first + 10);
   item.display_mode = display_mode_of(fields_[first + 12]);
   item.proximity_distance = proximity_of(fields_[first + 13]);
-  item.altitude = ozi_altitude(fields_[first + 14], kMetresPerFoot);
+  item.altitude = ozi_altitude(fields_[first + 14], geodesy::kMetresPerFoot);
   return true;
 }
 

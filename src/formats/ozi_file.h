@@ -9,12 +9,12 @@
 #include "base/remarks.h"
 #include "base/text.h"
 #include "base/text_input.h"
+#include "geodesy/distance.h"
 #include "store/file_context.h"
 
 namespace formats {
 
-inline constexpr char kOziComma = '\xD1';  // stands for a comma in a text, which has none itself
-inline constexpr double kMetresPerFoot = 0.3048;
+inline constexpr char kOziComma = '\xD1';           // stands for a comma in a text, which has none itself
 inline constexpr double kOziGarminEpoch = 32873.0;  // 1989-12-31 in OziExplorer's days since 1899-12-30
 inline constexpr std::string_view kOziUnnamedTrack = "Sun Dec 31 00:00:00 1989";  // where a track file has its name
 
@@ -108,7 +108,7 @@ class OziFile {
   base::ReadingProgress progress_;
   const OziKind& kind_;
   OziFields fields_;
-  double metres_per_altitude_unit_ = kMetresPerFoot;
+  double metres_per_altitude_unit_ = geodesy::kMetresPerFoot;
   int header_lines_left_ = 0;  // below the banner
   bool datum_expected_ = false;
   bool properties_expected_ = false;

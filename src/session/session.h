@@ -28,6 +28,7 @@
 #include "lowrance/screen.h"
 #include "lowrance/uploads.h"
 #include "picture/bitmap.h"
+#include "picture/png.h"
 #include "serial/com_port.h"
 #include "serial/debug_log.h"
 #include "serial/device_flags.h"

@@ -67,6 +67,11 @@ bool is_selected(const ItemRecord& item) { return item.in_use != 0 && item.selec
 
 }  // namespace
 
+std::array<std::uint8_t, 4> route_drawing(const Settings& settings) {
+  return {byte_of(settings.SA_Route_LineColor), byte_of(settings.SA_Route_LineWidth),
+          byte_of(settings.SA_Route_LineStyle), byte_of(settings.SA_draw_route_0_line)};
+}
+
 ItemStore::ItemStore(const Settings& settings, base::FrontEnd& front_end)
     : settings_(settings), front_end_(front_end) {}
 
@@ -179,8 +184,7 @@ int ItemStore::push_route(bool is_point) {
   input_time_offset_ = offset;
   contents_.last_waypoint_number = number;
   CurrentItem.number = number;
-  CurrentItem.route_drawing = {byte_of(settings_.SA_Route_LineColor), byte_of(settings_.SA_Route_LineWidth),
-                               byte_of(settings_.SA_Route_LineStyle), byte_of(settings_.SA_draw_route_0_line)};
+  CurrentItem.route_drawing = route_drawing(settings_);
   CurrentItem.route_number = static_cast<std::uint32_t>(contents_.route_index);
   points.push_back(CurrentItem);
   CurrentItem = ItemRecord{};
@@ -406,21 +410,23 @@ void ItemStore::set_in_use(char kind, int index, bool in_use) {
   }
 }
 
+std::vector<int> ItemStore::duplicates(bool same_place) const {
+  std::set<std::tuple<std::string, double, double>> seen;
+  std::vector<int> found;
+  for (int index = 1; index <= waypoint_count(); ++index) {
+    const ItemRecord item = waypoint(index);
+    if (item.in_use == 0) continue;
+    const geodesy::Position place = same_place ? item.position : geodesy::Position{};
+    if (!seen.emplace(base::lower_case(item.ident), place.latitude, place.longitude).second) found.push_back(index);
+  }
+  return found;
+}
+
 int ItemStore::remove_duplicates(bool same_place) {
   ++revision_;
-  PackedItems& waypoints = contents_.waypoints;
-  std::set<std::tuple<std::string, double, double>> seen;
-  int removed = 0;
-  for (std::size_t slot = 0; slot < waypoints.size(); ++slot) {
-    ItemRecord waypoint = waypoints[slot];
-    if (waypoint.in_use == 0) continue;
-    const geodesy::Position place = same_place ? waypoint.position : geodesy::Position{};
-    if (seen.emplace(base::lower_case(waypoint.ident), place.latitude, place.longitude).second) continue;
-    waypoint.in_use = 0;
-    waypoints.replace(slot, waypoint);
-    ++removed;
-  }
-  return removed;
+  const std::vector<int> found = duplicates(same_place);
+  for (const int index : found) set_in_use('W', index, false);
+  return static_cast<int>(found.size());
 }
 
 void ItemStore::forget_routes() {

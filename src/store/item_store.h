@@ -32,6 +32,9 @@ struct Route {
   std::vector<ItemRecord> points;
 };
 
+// How the line of a route is drawn, as each of its points has it.
+[[nodiscard]] std::array<std::uint8_t, 4> route_drawing(const Settings& settings);
+
 class ItemStore {
  public:
   // Everything held, and the counters beside it. A copy taken before a transfer lets the transfer take back
@@ -137,8 +140,10 @@ class ItemStore {
   void replace_route(int number, Route route);
   // Items out of use stay where they are, but nothing writes or uploads them; of a route ('R') the header alone tells.
   void set_in_use(char kind, int index, bool in_use);
-  // Puts waypoints out of use that have the ident (in any letter case), and with `same_place` the very position too,
-  // of one before them that is in use. How many they were.
+  // Waypoints in use that have the ident (in any letter case), and with `same_place` the very position too, of one
+  // before them that is in use.
+  [[nodiscard]] std::vector<int> duplicates(bool same_place) const;
+  // Puts these out of use. How many they were.
   int remove_duplicates(bool same_place);
 
   // By ident without regard to letter case; equal ones keep their order. Numbers and route points stay as they are.

@@ -67,6 +67,9 @@ bool follow_position(session::Session& session, Display& display, const garmin::
 // Ids of commands that windows run themselves.
 inline constexpr int kSaveConfiguration = 40107;
 inline constexpr int kExit = 97;
+inline constexpr int kRotateLeft = 40099;
+inline constexpr int kStretchBitmap = 40100;
+inline constexpr int kCopyBitmap = 40106;
 inline constexpr int kManual = 40103;
 
 }  // namespace ui

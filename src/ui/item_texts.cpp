@@ -7,11 +7,6 @@
 #include "base/text.h"
 
 namespace ui {
-namespace {
-
-constexpr double kMetresPerFoot = 0.3048;
-
-}  // namespace
 
 ItemTexts::ItemTexts(const session::Session& session)
     : datum_(session.settings.externaldatum),
@@ -37,10 +32,6 @@ geodesy::ParsedPosition ItemTexts::parse_position(std::string_view text) const {
   return parsed;
 }
 
-geodesy::ParsedPosition ItemTexts::parse_position(const geodesy::PositionTexts& texts) const {
-  return parse_position(texts.first + " " + texts.second);
-}
-
 std::string ItemTexts::time(store::GarminTime time, char kind) const {
   return time.seconds == 0 ? std::string() : store::format_date_text(time.seconds + offset_of(kind));
 }
@@ -57,7 +48,7 @@ std::optional<store::GarminTime> ItemTexts::parse_time(std::string_view text, ch
 
 std::string ItemTexts::height(float metres) const {
   if (!store::is_known(metres)) return {};
-  const double value = heights_ == store::VerticalUnit::Feet ? metres / kMetresPerFoot : metres;
+  const double value = heights_ == store::VerticalUnit::Feet ? metres / geodesy::kMetresPerFoot : metres;
   return base::format_text("%.1f", value);
 }
 
@@ -68,13 +59,14 @@ std::optional<float> ItemTexts::parse_height(std::string_view text) const {
   if (text.empty()) return store::kNotKnown;
   const std::optional<double> value = base::parse_number(text);
   if (!value || !std::isfinite(*value)) return std::nullopt;
-  const auto metres = static_cast<float>(heights_ == store::VerticalUnit::Feet ? *value * kMetresPerFoot : *value);
+  const auto metres =
+      static_cast<float>(heights_ == store::VerticalUnit::Feet ? *value * geodesy::kMetresPerFoot : *value);
   return store::is_known(metres) ? std::optional(metres) : std::nullopt;
 }
 
 std::string ItemTexts::distance(double metres) const {
   const std::string unit(distance_unit());
-  return base::format_text("%.3f %s", metres / metres_per(distances_), unit.c_str());
+  return base::format_text("%.3f %s", metres / geodesy::metres_per(distances_), unit.c_str());
 }
 
 std::string_view ItemTexts::distance_unit() const { return geodesy::unit_name(distances_); }
@@ -82,23 +74,7 @@ std::string_view ItemTexts::distance_unit() const { return geodesy::unit_name(di
 std::optional<double> ItemTexts::parse_distance(std::string_view text) const {
   const std::optional<double> value = base::parse_number(base::trim_blanks(text));
   if (!value || !std::isfinite(*value) || *value < 0) return std::nullopt;
-  return *value * metres_per(distances_);
-}
-
-double metres_per(geodesy::DistanceUnit unit) {
-  switch (unit) {
-    case geodesy::DistanceUnit::StatuteMiles:
-      return 1609.344;
-    case geodesy::DistanceUnit::NauticalMiles:
-      return 1852;
-    case geodesy::DistanceUnit::Kilometres:
-      return 1000;
-    case geodesy::DistanceUnit::Feet:
-      return kMetresPerFoot;
-    case geodesy::DistanceUnit::Metres:
-      break;
-  }
-  return 1;
+  return *value * geodesy::metres_per(distances_);
 }
 
 std::string symbol_name(int code) {

@@ -22,8 +22,6 @@ class ItemTexts {
   [[nodiscard]] geodesy::PositionTexts position(const geodesy::Position& position) const;
   // A WGS-84 position from a text in any notation, in the chosen datum. The problem is a sentence without full stop.
   [[nodiscard]] geodesy::ParsedPosition parse_position(std::string_view text) const;
-  // "51.5, 7.25 in any notation" is shifted too when the text has two columns, as position() gives them.
-  [[nodiscard]] geodesy::ParsedPosition parse_position(const geodesy::PositionTexts& texts) const;
 
   // "Sun Dec 31 00:00:00 1989" in the chosen zone, of events (kind 'I') as they are kept; empty for no time.
   [[nodiscard]] std::string time(store::GarminTime time, char kind) const;
@@ -57,9 +55,6 @@ class ItemTexts {
   geodesy::DatumShift out_;
   geodesy::DatumShift in_;
 };
-
-// Metres in one unit of distances.
-[[nodiscard]] double metres_per(geodesy::DistanceUnit unit);
 
 // What people call a symbol: "Residence", "Symbol 20".
 [[nodiscard]] std::string symbol_name(int code);

@@ -22,7 +22,8 @@ TEST_F(ItemTextsTest, WhatIsShownReadsBackInEveryNotationAndAnotherDatum) {
        {geodesy::Notation::Dms, geodesy::Notation::Dmm, geodesy::Notation::Ddd, geodesy::Notation::Utm}) {
     session.settings.DMSMode = notation;
     const ItemTexts texts(session);
-    const geodesy::ParsedPosition parsed = texts.parse_position(texts.position(here));
+    const auto [first, second] = texts.position(here);
+    const geodesy::ParsedPosition parsed = texts.parse_position(first + " " + second);
     ASSERT_TRUE(parsed.position) << parsed.problem;
     EXPECT_NEAR(parsed.position->latitude, here.latitude, 2e-5);
     EXPECT_NEAR(parsed.position->longitude, here.longitude, 2e-5);

@@ -19,11 +19,20 @@ constexpr std::array kSimulated{
 
 }  // namespace
 
+std::vector<std::string> port_names() {
+  std::vector<std::string> names;
+  for (const serial::PortInfo& port : serial::list_serial_ports()) names.push_back(port.name);
+  return names;
+}
+
+std::string port_label(const serial::PortInfo& port) {
+  return port.description.empty() ? port.name : port.name + "  " + port.description;
+}
+
 std::vector<PortChoice> port_choices(const session::Session& session) {
   const std::string& chosen = session.port.port_name();
   std::vector<PortChoice> choices;
-  for (const serial::PortInfo& port : serial::list_serial_ports())
-    choices.push_back({port.name, port.description.empty() ? port.name : port.name + "  " + port.description});
+  for (const serial::PortInfo& port : serial::list_serial_ports()) choices.push_back({port.name, port_label(port)});
   for (const Simulated& row : kSimulated) choices.push_back({std::string(row.name), std::string(row.label)});
   if (std::ranges::find(choices, chosen, &PortChoice::name) == choices.end())
     choices.insert(choices.begin(), {chosen, chosen});

@@ -1,39 +1,28 @@
 // Items of the store by their kind: 'W', 'R', 'T' (points), 'I', 'P'.
 #pragma once
 
+#include <optional>
+
 #include "session/session.h"
+#include "ui/item_ref.h"
 
 namespace ui {
 
-[[nodiscard]] inline int count_of(const store::ItemStore& items, char kind) {
-  switch (kind) {
-    case 'W':
-      return items.waypoint_count();
-    case 'R':
-      return items.route_count();
-    case 'T':
-      return items.track_point_count();
-    case 'I':
-      return items.event_count();
-    case 'P':
-      return items.proximity_count();
-    default:
-      return 0;
-  }
-}
+[[nodiscard]] int count_of(const store::ItemStore& items, char kind);
 
 // Of any kind but routes; the index counts from 1, up to count_of().
-[[nodiscard]] inline store::ItemRecord item_at(const store::ItemStore& items, char kind, int index) {
-  switch (kind) {
-    case 'W':
-      return items.waypoint(index);
-    case 'T':
-      return items.track_point(index);
-    case 'I':
-      return items.event(index);
-    default:
-      return items.proximity(index);
-  }
-}
+[[nodiscard]] store::ItemRecord item_at(const store::ItemStore& items, char kind, int index);
+
+// The header of a route, or a point of it; nullptr where there is none.
+[[nodiscard]] const store::ItemRecord* find_route_record(const store::ItemStore& items, const ItemRef& route);
+
+// Of an item of any kind, of a route its header, or the point. Nothing when the store has no such item...
+[[nodiscard]] std::optional<store::ItemRecord> find_record(const store::ItemStore& items, const ItemRef& item);
+// ... or an empty record, neither selected nor in use.
+[[nodiscard]] store::ItemRecord record_of(const store::ItemStore& items, const ItemRef& item);
+
+// Points are selected with their route, but in use or not by themselves.
+[[nodiscard]] bool is_selected(const store::ItemStore& items, const ItemRef& item);
+[[nodiscard]] bool is_in_use(const store::ItemStore& items, const ItemRef& item);
 
 }  // namespace ui

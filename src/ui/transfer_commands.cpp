@@ -3,6 +3,7 @@
 
 #include "session/find_receivers.h"
 #include "ui/actions.h"
+#include "ui/ports.h"
 
 namespace ui {
 namespace {
@@ -126,10 +127,9 @@ bool get_display_bitmap(const CommandContext& context, int) {
 
 bool find_receivers(const CommandContext& context, int) {
   Session& session = context.session;
-  std::vector<std::string> ports;
-  for (const serial::PortInfo& port : serial::list_serial_ports()) ports.push_back(port.name);
+  const std::vector<std::string> ports = port_names();
   if (ports.empty()) {
-    session.front_end.write_line(1, "This machine has no serial port. An adapter shows up when it is plugged in.");
+    session.front_end.write_line(1, kNoPorts);
     return false;
   }
   session.front_end.set_status(3, "ESC key to abort");

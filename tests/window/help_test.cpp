@@ -60,7 +60,7 @@ TEST_F(HelpTest, GoesToChaptersAndBack) {
 TEST_F(HelpTest, ClosesWithEsc) {
   open();
   frame->run(kHelp);
-  run_events(1000ms, [] { return help_frames().front()->IsActive(); });
+  support::wait_until_settled(*help_frames().front());
   support::press(WXK_ESCAPE);
   EXPECT_TRUE(run_events(1000ms, [] { return help_frames().empty(); }));
   ASSERT_NE(frame, nullptr);

@@ -35,8 +35,7 @@ class ListTest : public support::WindowTest {
     if (frame == nullptr) open();
     static_cast<Desk&>(*frame).show_in_list({kind, kind == 'R' ? 0 : 1, 0});
     ListFrame* list = frame->list_frame(kind);
-    run_events(2000ms, [&] { return list->IsShownOnScreen() && list->IsActive(); });
-    run_events(100ms);
+    support::wait_until_settled(*list);
     return *list;
   }
   static ListView& view(ListFrame& list) { return dynamic_cast<ListView&>(list.pane()); }

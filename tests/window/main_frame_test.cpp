@@ -67,7 +67,9 @@ TEST_F(MainFrameTest, StartsWithItsTitleItsReadinessAndEveryCommandInTheMenu) {
   open();
   EXPECT_EQ(title(), "Pelorix -- GPS ? COM1 - 0 -- W:0 T:0 (TP:0) E:0 P:0 R:0");
   EXPECT_EQ(status(2), "Ready -- GPS is UNKNOWN");
-  EXPECT_EQ(frame->GetSize(), frame->FromDIP(wxSize(630, 268)));
+  const wxSize size = frame->FromDIP(wxSize(630, 268));
+  run_events(2s, [&] { return frame->GetSize() == size; });
+  EXPECT_EQ(frame->GetSize(), size);
   for (const Command& command : commands()) {
     const wxMenuItem* item = frame->GetMenuBar()->FindItem(menu_id(command.id));
     ASSERT_NE(item, nullptr) << command.id;
@@ -261,8 +263,9 @@ TEST_F(MainFrameTest, ExitAsksAndWritesTheConfigurationWithThePlace) {
   session.settings.SaveStartupLocation = 1;
   session.settings.StartupLocation = store::WindowRectangle{100, 120, 700, 300};
   open();
-  EXPECT_EQ(frame->GetSize(), wxSize(700, 300));
-  EXPECT_TRUE(run_events(1s, [this] { return frame->GetPosition() == wxPoint(100, 120); })) << frame->GetPosition().x;
+  const wxRect place(100, 120, 700, 300);
+  run_events(2s, [&] { return frame->GetRect() == place; });
+  EXPECT_EQ(frame->GetRect(), place);
   answers.add(wxID_NO);
   choose(kExit);
   ASSERT_NE(frame, nullptr);

@@ -224,7 +224,7 @@ TEST_F(OptionTest, DownKeyGoesFromTheSearchIntoTheList) {
   DatumDialog dialog(frame, session, {"WGS-84", geodesy::Notation::Ddd});
   dialog.Show();
   dialog.Raise();
-  run_events(2000ms, [&] { return dialog.IsActive(); });
+  support::wait_until_settled(dialog);
   auto& search = control<wxTextCtrl>(dialog, "datum search");
   search.SetFocus();
   run_events(1000ms, [&] { return search.HasFocus(); });

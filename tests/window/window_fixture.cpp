@@ -10,6 +10,7 @@
 
 #include <cstdlib>
 #include <thread>
+#include <utility>
 
 #include "ui/ports.h"
 
@@ -24,6 +25,15 @@ bool run_events(std::chrono::milliseconds longest, const std::function<bool()>& 
     if (enough && enough()) return true;
     if (std::chrono::steady_clock::now() >= end) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+}
+
+void wait_until_settled(wxTopLevelWindow& window) {
+  run_events(std::chrono::seconds(5), [&] { return window.IsShownOnScreen() && window.IsActive(); });
+  const auto sizes = [&] { return std::pair(window.GetSize(), window.GetClientSize()); };
+  for (auto before = sizes();; before = sizes()) {
+    run_events(std::chrono::milliseconds(100));
+    if (sizes() == before) return;
   }
 }
 
@@ -78,7 +88,7 @@ void WindowTest::open() {
   });
   frame->Show();
   frame->Raise();
-  run_events(std::chrono::milliseconds(2000), [this] { return frame->IsShownOnScreen() && frame->IsActive(); });
+  wait_until_settled(*frame);
 }
 
 std::string WindowTest::status(int field) const {

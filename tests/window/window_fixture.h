@@ -2,7 +2,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <wx/window.h>
+#include <wx/toplevel.h>
 
 #include <chrono>
 #include <filesystem>
@@ -17,6 +17,10 @@ namespace support {
 
 // Lets events happen for this long, or until `enough` says so. What `enough` said last.
 bool run_events(std::chrono::milliseconds longest, const std::function<bool()>& enough = {});
+
+// Waits until the window is there, has the focus and has kept its size for a moment: the window manager gives it a
+// frame a little later than the focus.
+void wait_until_settled(wxTopLevelWindow& window);
 
 // Saves what the screen shows of a window, its frame included, as NAME.png into the folder of screenshots
 // (PELORIX_SCREENSHOTS; none: nothing happens).

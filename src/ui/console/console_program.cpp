@@ -8,6 +8,7 @@
 #include "session/find_receivers.h"
 #include "session/simulator_host.h"
 #include "ui/commands.h"
+#include "ui/ports.h"
 
 namespace ui::console {
 namespace {
@@ -43,8 +44,6 @@ int id_of(std::string_view word) {
   const auto* row = std::ranges::find(kAliases, word, &Alias::word);
   return command_id(row == kAliases.end() ? word : row->command);
 }
-
-constexpr std::string_view kNoPorts = "This machine has no serial port. An adapter shows up when it is plugged in.";
 
 std::string no_position(const std::string& text, const std::string& problem) {
   return "\"" + text + "\" is no position: " + problem + (problem.ends_with('!') ? "" : ".");
@@ -425,18 +424,13 @@ int ConsoleProgram::distance(const Arguments& arguments) {
 int ConsoleProgram::ports(const Arguments&) {
   const std::vector<serial::PortInfo> ports = serial::list_serial_ports();
   if (ports.empty()) terminal_.write(std::string(kNoPorts) + "\n");
-  for (const serial::PortInfo& port : ports)
-    print(port.description.empty() ? port.name : port.name + "  " + port.description);
+  for (const serial::PortInfo& port : ports) print(port_label(port));
   return kDone;
 }
 
 int ConsoleProgram::find(const Arguments& arguments) {
-  std::vector<std::string> ports;
-  if (!arguments.port.empty()) {
-    ports.push_back(arguments.port);
-  } else {
-    for (const serial::PortInfo& port : serial::list_serial_ports()) ports.push_back(port.name);
-  }
+  const std::vector<std::string> ports =
+      arguments.port.empty() ? port_names() : std::vector<std::string>{arguments.port};
   if (ports.empty()) return fail(std::string(kNoPorts));
   std::optional<store::Family> only;
   if (!arguments.family.empty()) only = session_.settings.GPS;

@@ -110,7 +110,7 @@ std::string set_height(const FieldContext& context, std::string_view text, ItemR
 }
 
 std::string show_distance(const FieldContext& context, const ItemRecord& item) {
-  const double unit = metres_per(context.settings.DistValues);
+  const double unit = geodesy::metres_per(context.settings.DistValues);
   return base::format_text("%.3f", static_cast<double>(item.proximity_distance) / unit);
 }
 

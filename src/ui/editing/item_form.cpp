@@ -48,7 +48,7 @@ std::size_t ItemForm::find(std::string_view id) const {
 }
 
 bool ItemForm::must_be_set(const Field& field) const {
-  return field.text != field.shown || (is_new_ && (field.row->id == "position" || field.row->id == "ident"));
+  return field.is_changed() || (is_new_ && (field.row->id == "position" || field.row->id == "ident"));
 }
 
 ItemForm::Verdict ItemForm::judge(std::size_t field) const {

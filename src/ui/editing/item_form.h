@@ -2,6 +2,7 @@
 // Only fields whose text was changed touch the record, so that nothing suffers from being printed and read again.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,7 @@ class ItemForm {
     std::vector<FieldChoice> choices;  // the present value among them, even when it has no name
     std::string shown;                 // at first
     std::string text;                  // now
+    [[nodiscard]] bool is_changed() const { return text != shown; }
   };
   struct Verdict {
     std::string problem;  // a sentence without full stop; empty when the text can be taken
@@ -29,6 +31,7 @@ class ItemForm {
   ItemForm(const session::Session& session, const store::ItemRecord& item, bool is_new = false);
 
   [[nodiscard]] const std::vector<Field>& fields() const { return fields_; }
+  [[nodiscard]] bool has_changes() const { return std::ranges::any_of(fields_, &Field::is_changed); }
   void set_text(std::size_t field, std::string text) { fields_[field].text = std::move(text); }
   // The place of a field; the id must be one of the record's kind.
   [[nodiscard]] std::size_t find(std::string_view id) const;

@@ -1,7 +1,5 @@
 #include "ui/editing/route_form.h"
 
-#include <algorithm>
-
 #include "base/encoding.h"
 #include "base/text.h"
 
@@ -43,12 +41,9 @@ bool RouteForm::remove(std::size_t place) {
 
 bool RouteForm::add_waypoint(int index) {
   if (points_.size() >= store::kRoutePointCapacity) return false;
-  const store::Settings& settings = session_.settings;
   store::ItemRecord point = session_.items.waypoint(index);
   point.in_use = 1;
-  point.route_drawing = {
-      static_cast<std::uint8_t>(settings.SA_Route_LineColor), static_cast<std::uint8_t>(settings.SA_Route_LineWidth),
-      static_cast<std::uint8_t>(settings.SA_Route_LineStyle), static_cast<std::uint8_t>(settings.SA_draw_route_0_line)};
+  point.route_drawing = store::route_drawing(session_.settings);
   points_.push_back({point, kNew});
   return true;
 }
@@ -76,9 +71,7 @@ bool RouteForm::keeps_its_next(std::size_t place) const {
 }
 
 bool RouteForm::put_back() {
-  const bool header_changed =
-      std::ranges::any_of(header_.fields(), [](const ItemForm::Field& field) { return field.text != field.shown; });
-  if (!header_changed && !is_reordered()) return false;
+  if (!header_.has_changes() && !is_reordered()) return false;
   store::Route route;
   route.header = header_.result();
   const bool is_selected = route.header->selected != 0;
@@ -96,8 +89,7 @@ bool RouteForm::put_back() {
     route.points.push_back(point);
   }
   const auto number = static_cast<int>(route.header->route_number);
-  const bool selection_changed =
-      header_.fields()[header_.find("selected")].text != header_.fields()[header_.find("selected")].shown;
+  const bool selection_changed = header_.fields()[header_.find("selected")].is_changed();
   if (number != number_) session_.items.replace_route(number_, {});
   session_.items.replace_route(number, std::move(route));
   if (selection_changed) session_.items.select('R', number, is_selected);

@@ -34,15 +34,13 @@ void link_points(store::ItemStore& items, const store::ItemRecord& waypoint) {
 }
 
 std::optional<EditedItem> edited_of_route(const store::ItemStore& items, const ItemRef& place) {
-  if (place.index < 0 || place.index >= store::kRouteCapacity) return std::nullopt;
-  const store::Route& route = items.route(place.index);
-  if (!route.header || place.point < 0 || place.point > static_cast<int>(route.points.size())) return std::nullopt;
-  if (place.point == 0) return EditedItem{place, *route.header};
-  const store::ItemRecord& point = route.points[static_cast<std::size_t>(place.point) - 1];
-  const int index = waypoint_of(items, point);
-  if (index == 0) return EditedItem{place, point};
+  const store::ItemRecord* record = find_route_record(items, place);
+  if (record == nullptr || find_route_record(items, {'R', place.index}) == nullptr) return std::nullopt;
+  if (place.point == 0) return EditedItem{place, *record};
+  const int index = waypoint_of(items, *record);
+  if (index == 0) return EditedItem{place, *record};
   const store::ItemRecord waypoint = items.waypoint(index);
-  return EditedItem{{'W', index}, waypoint, waypoint.number != point.number};
+  return EditedItem{{'W', index}, waypoint, waypoint.number != record->number};
 }
 
 int default_symbol(const store::Settings& settings) {
@@ -67,8 +65,8 @@ int default_symbol(const store::Settings& settings) {
 
 std::optional<EditedItem> edited_item(const store::ItemStore& items, const ItemRef& place) {
   if (place.kind == 'R') return edited_of_route(items, place);
-  if (place.index < 1 || place.index > count_of(items, place.kind)) return std::nullopt;
-  return EditedItem{place, item_at(items, place.kind, place.index)};
+  const std::optional<store::ItemRecord> item = find_record(items, place);
+  return item ? std::optional(EditedItem{place, *item}) : std::nullopt;
 }
 
 void put_back(store::ItemStore& items, const EditedItem& edited) {

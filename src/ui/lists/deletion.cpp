@@ -8,14 +8,6 @@
 namespace ui::lists {
 namespace {
 
-bool is_in_use(const store::ItemStore& items, const ItemRef& ref) {
-  if (ref.kind != 'R') return item_at(items, ref.kind, ref.index).in_use != 0;
-  const store::Route& route = items.route(ref.index);
-  if (ref.point == 0) return route.header && route.header->in_use != 0;
-  const auto point = static_cast<std::size_t>(ref.point);
-  return point <= route.points.size() && route.points[point - 1].in_use != 0;
-}
-
 void set_in_use(store::ItemStore& items, const std::vector<ItemRef>& which, bool in_use) {
   for (const ItemRef& ref : which) {
     if (ref.point == 0) {

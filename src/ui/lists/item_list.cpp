@@ -264,7 +264,7 @@ std::string ItemList::text_of(Field field, const store::ItemRecord& item, int in
   if (is_unknown(value)) return {};
   if (field == Field::Place || field == Field::Number) return base::format_text("%.0f", value);
   if (field == Field::Bearing) return base::format_text("%.1f", value);
-  return base::format_text("%.3f", value / metres_per(session_.settings.DistValues));
+  return base::format_text("%.3f", value / geodesy::metres_per(session_.settings.DistValues));
 }
 
 void ItemList::sort(int column) {

@@ -51,13 +51,6 @@ std::string RouteList::title(RouteField field) const {
   return "Comment";
 }
 
-const store::ItemRecord* RouteList::record(const ItemRef& item) const {
-  const store::Route& route = session_.items.route(item.index);
-  if (item.point == 0) return route.header ? &*route.header : nullptr;
-  const auto point = static_cast<std::size_t>(item.point);
-  return point <= route.points.size() ? &route.points[point - 1] : nullptr;
-}
-
 std::string RouteList::name(const ItemRef& item) const {
   const store::ItemRecord& shown = *record(item);
   if (item.point != 0) return std::string(shown.ident.view());
@@ -76,7 +69,7 @@ std::string RouteList::leg(const ItemRef& item) const {
   } else {
     for (std::size_t point = 0; point < route.points.size(); ++point) metres += leg_metres(route, point).value_or(0);
   }
-  return base::format_text("%.3f", metres / metres_per(session_.settings.DistValues));
+  return base::format_text("%.3f", metres / geodesy::metres_per(session_.settings.DistValues));
 }
 
 std::string RouteList::text(const ItemRef& item, RouteField field) const {
@@ -95,15 +88,10 @@ std::optional<int> RouteList::symbol(const ItemRef& item) const {
   return shown == nullptr ? std::nullopt : std::optional(store::symbol_code(*shown, session_.settings));
 }
 
-bool RouteList::is_selected(const ItemRef& item) const {
-  const store::ItemRecord* header = record({'R', item.index, 0});
-  return header != nullptr && header->selected != 0;
-}
+bool RouteList::is_selected(const ItemRef& item) const { return ui::is_selected(session_.items, item); }
 
 bool RouteList::is_in_use(const ItemRef& item) const {
-  const store::ItemRecord* header = record({'R', item.index, 0});
-  const store::ItemRecord* shown = record(item);
-  return header == nullptr || shown == nullptr || (header->in_use != 0 && shown->in_use != 0);
+  return !has(item) || (ui::is_in_use(session_.items, {'R', item.index}) && ui::is_in_use(session_.items, item));
 }
 
 }  // namespace ui::lists

@@ -8,6 +8,7 @@
 #include "session/session.h"
 #include "ui/item_ref.h"
 #include "ui/item_texts.h"
+#include "ui/stored_items.h"
 
 namespace ui::lists {
 
@@ -34,11 +35,13 @@ class RouteList {
   // Of points only.
   [[nodiscard]] std::optional<int> symbol(const ItemRef& item) const;
   [[nodiscard]] bool is_selected(const ItemRef& item) const;
-  // Points are as their route is.
+  // Points are only where their route is, too.
   [[nodiscard]] bool is_in_use(const ItemRef& item) const;
 
  private:
-  [[nodiscard]] const store::ItemRecord* record(const ItemRef& item) const;
+  [[nodiscard]] const store::ItemRecord* record(const ItemRef& item) const {
+    return find_route_record(session_.items, item);
+  }
   [[nodiscard]] std::string name(const ItemRef& item) const;
   [[nodiscard]] std::string leg(const ItemRef& item) const;
 

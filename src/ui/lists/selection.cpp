@@ -1,11 +1,7 @@
 #include "ui/lists/selection.h"
 
-#include <set>
-#include <string>
-#include <tuple>
 #include <unordered_set>
 
-#include "base/text.h"
 #include "ui/stored_items.h"
 
 namespace ui::lists {
@@ -23,12 +19,6 @@ int select_by(store::ItemStore& items, char kind, Rule rule) {
     if (takes) ++selected;
   }
   return selected;
-}
-
-bool is_selected(const store::ItemStore& items, const ItemRef& ref) {
-  if (ref.kind != 'R') return item_at(items, ref.kind, ref.index).selected != 0;
-  const std::optional<store::ItemRecord>& header = items.route(ref.index).header;
-  return header && header->selected != 0;
 }
 
 int select_inverse_routes(store::ItemStore& items) {
@@ -51,11 +41,10 @@ int select_inverse(store::ItemStore& items, char kind) {
 }
 
 int select_duplicates(store::ItemStore& items, bool same_place) {
-  std::set<std::tuple<std::string, double, double>> seen;
-  return select_by(items, 'W', [&](const store::ItemRecord& item) {
-    const geodesy::Position place = same_place ? item.position : geodesy::Position{};
-    return !seen.emplace(base::lower_case(item.ident), place.latitude, place.longitude).second;
-  });
+  const std::vector<int> duplicates = items.duplicates(same_place);
+  items.select_all('W', false);
+  for (const int index : duplicates) items.select('W', index, true);
+  return static_cast<int>(duplicates.size());
 }
 
 int select_by_route_use(store::ItemStore& items, bool used) {

@@ -98,7 +98,7 @@ std::vector<GraticuleLine> graticule(const Viewport& viewport, geodesy::Notation
 }
 
 ScaleBar scale_bar(const Viewport& viewport, geodesy::DistanceUnit unit, double longest) {
-  const double unit_pixels = metres_per(unit) / viewport.metres_per_pixel(viewport.centre());
+  const double unit_pixels = geodesy::metres_per(unit) / viewport.metres_per_pixel(viewport.centre());
   const double most = longest / unit_pixels;
   double length = round_step(most);
   // The one before it: 1, 2 and 5 are at most 2.5 apart.

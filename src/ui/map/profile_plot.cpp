@@ -12,19 +12,18 @@
 namespace ui::map {
 namespace {
 
-constexpr double kMetresPerFoot = 0.3048;
-
 struct SpeedUnit {
   geodesy::DistanceUnit distances;  // where these are chosen
   std::string_view name;
-  double metres;  // in an hour
+  geodesy::DistanceUnit way;  // in an hour
 };
 // Nobody counts an hour's way in feet or metres.
-constexpr std::array kSpeedUnits{SpeedUnit{geodesy::DistanceUnit::StatuteMiles, "mph", 1609.344},
-                                 SpeedUnit{geodesy::DistanceUnit::NauticalMiles, "kn", 1852},
-                                 SpeedUnit{geodesy::DistanceUnit::Kilometres, "km/h", 1000},
-                                 SpeedUnit{geodesy::DistanceUnit::Feet, "mph", 1609.344},
-                                 SpeedUnit{geodesy::DistanceUnit::Metres, "km/h", 1000}};
+constexpr std::array kSpeedUnits{
+    SpeedUnit{geodesy::DistanceUnit::StatuteMiles, "mph", geodesy::DistanceUnit::StatuteMiles},
+    SpeedUnit{geodesy::DistanceUnit::NauticalMiles, "kn", geodesy::DistanceUnit::NauticalMiles},
+    SpeedUnit{geodesy::DistanceUnit::Kilometres, "km/h", geodesy::DistanceUnit::Kilometres},
+    SpeedUnit{geodesy::DistanceUnit::Feet, "mph", geodesy::DistanceUnit::StatuteMiles},
+    SpeedUnit{geodesy::DistanceUnit::Metres, "km/h", geodesy::DistanceUnit::Kilometres}};
 
 // Runs of points that have a value; the others are gaps.
 class CurveBuilder {
@@ -86,11 +85,11 @@ std::vector<CurvePoint> thinned(const std::vector<CurvePoint>& run, const Axis& 
 ProfilePlot::ProfilePlot(const session::Session& session, Profile profile, Against against)
     : profile_(std::move(profile)), against_(against), distances_(session.settings.DistValues) {
   in_feet_ = session.settings.VerticalValues == store::VerticalUnit::Feet;
-  height_factor_ = in_feet_ ? 1 / kMetresPerFoot : 1;
+  height_factor_ = in_feet_ ? 1 / geodesy::kMetresPerFoot : 1;
   const auto* unit = std::ranges::find(kSpeedUnits, distances_, &SpeedUnit::distances);
   if (unit == kSpeedUnits.end()) unit = &kSpeedUnits.back();
   speed_unit_ = unit->name;
-  speed_factor_ = 3600 / unit->metres;
+  speed_factor_ = 3600 / geodesy::metres_per(unit->way);
   CurveBuilder heights, speeds;
   for (const ProfilePoint& point : profile_.points) {
     const std::optional<double> x = x_of(point), speed = scaled(point.speed, speed_factor_);
@@ -148,7 +147,8 @@ std::string ProfilePlot::complaint() const {
 
 std::string ProfilePlot::figures() const {
   const std::string unit(geodesy::unit_name(distances_));
-  std::string text = base::format_text("Length: %.2f %s", profile_.length / metres_per(distances_), unit.c_str());
+  std::string text =
+      base::format_text("Length: %.2f %s", profile_.length / geodesy::metres_per(distances_), unit.c_str());
   if (profile_.duration) text += "    Duration: " + clock_text(*profile_.duration);
   if (profile_.moving_speed) text += "    Average, moving: " + speed_text(*profile_.moving_speed);
   if (profile_.has_heights())
@@ -158,7 +158,7 @@ std::string ProfilePlot::figures() const {
 }
 
 std::optional<double> ProfilePlot::x_of(const ProfilePoint& point) const {
-  return against_ == Against::Time ? point.seconds : point.distance / metres_per(distances_);
+  return against_ == Against::Time ? point.seconds : point.distance / geodesy::metres_per(distances_);
 }
 
 const ProfilePoint* ProfilePlot::point_at(double x) const {
@@ -175,7 +175,7 @@ const ProfilePoint* ProfilePlot::point_at(double x) const {
 
 std::string ProfilePlot::text_of(const ProfilePoint& point) const {
   const std::string unit(geodesy::unit_name(distances_));
-  std::string text = base::format_text("%.3f %s", point.distance / metres_per(distances_), unit.c_str());
+  std::string text = base::format_text("%.3f %s", point.distance / geodesy::metres_per(distances_), unit.c_str());
   if (point.seconds) text += (*point.seconds < 0 ? ", -" : ", ") + clock_text(std::abs(*point.seconds));
   if (point.height) text += ", " + height_text(*point.height);
   if (point.speed) text += ", " + speed_text(*point.speed);

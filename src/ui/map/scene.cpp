@@ -160,20 +160,6 @@ std::vector<ItemRef> Scene::items_within(const Viewport& viewport, const Layers&
   return items;
 }
 
-store::ItemRecord record_of(const store::ItemStore& items, const ItemRef& item) {
-  if (item.kind != 'R')
-    return item.index >= 1 && item.index <= count_of(items, item.kind) ? item_at(items, item.kind, item.index)
-                                                                       : store::ItemRecord{};
-  const store::Route& route = items.route(item.index);
-  if (item.point == 0) return route.header.value_or(store::ItemRecord{});
-  const auto point = static_cast<std::size_t>(item.point);
-  return point <= route.points.size() ? route.points[point - 1] : store::ItemRecord{};
-}
-
-bool is_selected(const store::ItemStore& items, const ItemRef& item) {
-  return record_of(items, {item.kind, item.index}).selected != 0;
-}
-
 std::string item_title(const session::Session& session, const ItemRef& item) {
   const store::ItemRecord record = record_of(session.items, item);
   const std::string ident(base::trim_blanks(record.ident));

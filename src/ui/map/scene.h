@@ -76,9 +76,6 @@ class Scene {
   std::vector<Path> tracks_, routes_;
 };
 
-// The record of an item; of a route its header, or the point.
-[[nodiscard]] store::ItemRecord record_of(const store::ItemStore& items, const ItemRef& item);
-[[nodiscard]] bool is_selected(const store::ItemStore& items, const ItemRef& item);
 // What people call it: "Waypoint HOME", "Route 3 TOUR, point 2: HOME", "Track point 17, Sun Dec 31 ...". Latin-1.
 [[nodiscard]] std::string item_title(const session::Session& session, const ItemRef& item);
 

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "session/session.h"
-#include "ui/display.h"
 #include "ui/options/option_table.h"
 
 namespace ui {
@@ -51,9 +50,5 @@ class OptionDraft {
 
 // "up to the last slot" as its field has it.
 inline constexpr std::string_view kUpToTheLast = "65535";
-
-// Does what the settings say of files that are written along, where it is other than before; apply_settings() does the
-// rest.
-void follow_log_settings(session::Session& session, Display& display, const store::Settings& before);
 
 }  // namespace ui

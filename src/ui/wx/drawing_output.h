@@ -16,13 +16,11 @@ using Drawing = std::function<void(wxGraphicsContext& context, double width, dou
 // The drawing of a size, each of its units `factor` pixels of the bitmap.
 [[nodiscard]] wxBitmap bitmap_of(const Drawing& drawing, const wxSize& size, double factor);
 
-// Writes beside the file and then puts it in its place: a failure (false) leaves what was there.
+// False when it cannot be written; what was there is then as it was.
 bool write_png(const wxBitmap& bitmap, const std::filesystem::path& file);
 
-// Asks for the file; `name` is what it offers. A failure is said in a box.
-void save_as_png(wxFrame& frame, const wxString& name, const Drawing& drawing, const wxSize& size);
-
-// Asks for the printer and fits the drawing, in the proportions of `size`, onto one page.
-void print_drawing(wxFrame& frame, const wxString& title, const Drawing& drawing, const wxSize& size);
+// A menu that saves and prints what the canvas shows, and closes the frame. "NAME.png" is what it offers as a file.
+[[nodiscard]] wxMenu* make_drawing_menu(wxFrame& frame, const wxString& name, const Drawing& drawing,
+                                        const wxWindow& canvas);
 
 }  // namespace ui::wx

@@ -6,6 +6,7 @@
 #include <wx/stattext.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "ui/editing/stored_item.h"
 #include "ui/wx/symbol_choice.h"
@@ -46,8 +47,11 @@ bool edit_route(wxWindow* parent, Desk& desk, int number) {
   return dialog.ShowModal() == wxID_OK && route.put_back();
 }
 
-bool has_changes(const ItemForm& form) {
-  return std::ranges::any_of(form.fields(), [](const ItemForm::Field& field) { return field.text != field.shown; });
+// Typing goes into the first field at once, and OK closes only what `accept` agrees to.
+void bind_form(wxDialog& dialog, EditForm& edit, std::function<bool()> accept) {
+  dialog.Bind(wxEVT_INIT_DIALOG, [&](wxInitDialogEvent&) { dialog.CallAfter([&edit] { edit.focus_first(); }); });
+  dialog.Bind(
+      wxEVT_BUTTON, [accept = std::move(accept)](wxCommandEvent& event) { event.Skip(accept()); }, wxID_OK);
 }
 
 }  // namespace
@@ -58,7 +62,7 @@ bool edit_item(wxWindow* parent, Desk& desk, const ItemRef& item) {
   if (edited->item.kind == 'R') return edit_route(parent, desk, edited->place.index);
   ItemForm form(desk.session(), edited->item);
   ItemDialog dialog(parent, "Edit " + name_of(edited->item.kind), desk.session().items, form);
-  if (dialog.ShowModal() != wxID_OK || !has_changes(form)) return false;
+  if (dialog.ShowModal() != wxID_OK || !form.has_changes()) return false;
   edited->item = form.result();
   put_back(desk.session().items, *edited);
   return true;
@@ -77,9 +81,7 @@ ItemDialog::ItemDialog(wxWindow* parent, const wxString& title, const store::Ite
       form_(form),
       edit_(this, form) {
   lay_out(*this, edit_.window(), nullptr);
-  Bind(wxEVT_INIT_DIALOG, [this](wxInitDialogEvent&) { CallAfter([this] { edit_.focus_first(); }); });
-  Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent& event) { event.Skip(accept()); }, wxID_OK);
+  bind_form(*this, edit_, [this] { return accept(); });
 }
 
 bool ItemDialog::accept() {
@@ -97,9 +99,7 @@ RouteDialog::RouteDialog(wxWindow* parent, const session::Session& session, Rout
       edit_(this, route.header()) {
   lay_out(*this, edit_.window(), make_points());
   show_points(0);
-  Bind(wxEVT_INIT_DIALOG, [this](wxInitDialogEvent&) { CallAfter([this] { edit_.focus_first(); }); });
-  Bind(
-      wxEVT_BUTTON, [this](wxCommandEvent& event) { event.Skip(accept()); }, wxID_OK);
+  bind_form(*this, edit_, [this] { return accept(); });
 }
 
 wxSizer* RouteDialog::make_points() {

@@ -1,7 +1,6 @@
 #include "ui/wx/main_frame.h"
 
 #include <wx/accel.h>
-#include <wx/display.h>
 #include <wx/dnd.h>
 #include <wx/textdlg.h>
 
@@ -18,6 +17,7 @@
 #include "ui/wx/picture_frame.h"
 #include "ui/wx/profile_frame.h"
 #include "ui/wx/text.h"
+#include "ui/wx/window_place.h"
 
 namespace ui::wx {
 namespace {
@@ -26,22 +26,17 @@ namespace {
 constexpr int kWidth = 630;
 constexpr int kHeight = 268;
 
-// Enough of it to take hold of.
-bool is_in_sight(const wxRect& place) {
-  constexpr int kEnough = 80;
-  for (unsigned i = 0; i < wxDisplay::GetCount(); ++i) {
-    const wxRect seen = wxDisplay(i).GetClientArea().Intersect(place);
-    if (seen.width >= kEnough && seen.height >= kEnough) return true;
+// Shows a window beside the main one, whose events are its own alone; makes it where it is not open.
+template <typename Frame, typename... Arguments>
+Frame& bring_up(wxWeakRef<Frame>& frame, Arguments&&... arguments) {
+  if (!frame) {
+    frame = new Frame(std::forward<Arguments>(arguments)...);
+    frame->SetIcons(program_icons());
+    frame->SetExtraStyle(frame->GetExtraStyle() | wxWS_EX_BLOCK_EVENTS);
   }
-  return false;
-}
-
-// A window beside the main one, whose events are its own alone.
-template <typename Frame>
-Frame* independent(Frame* frame) {
-  frame->SetIcons(program_icons());
-  frame->SetExtraStyle(frame->GetExtraStyle() | wxWS_EX_BLOCK_EVENTS);
-  return frame;
+  frame->Show();
+  frame->Raise();
+  return *frame;
 }
 
 class DroppedFiles : public wxFileDropTarget {
@@ -233,14 +228,7 @@ bool MainFrame::edit(const ItemRef& item) {
   return is_changed;
 }
 
-MapFrame& MainFrame::open_map() {
-  if (!map_) map_ = independent(new MapFrame(this, *this));
-  map_->Show();
-  map_->Raise();
-  return *map_;
-}
-
-void MainFrame::show_on_map(const std::vector<ItemRef>& items) { open_map().show_items(items); }
+void MainFrame::show_on_map(const std::vector<ItemRef>& items) { bring_up(map_, this, *this).show_items(items); }
 
 void MainFrame::show_in_list(const ItemRef& item) {
   if (show_list(item.kind)) lists_[item.kind]->show_item(item);
@@ -282,10 +270,7 @@ bool MainFrame::choose_datum() {
 }
 
 bool MainFrame::show_list(char kind) {
-  wxWeakRef<ListFrame>& frame = lists_[kind];
-  if (!frame) frame = independent(new ListFrame(this, *this, kind));
-  frame->Show();
-  frame->Raise();
+  bring_up(lists_[kind], this, *this, kind);
   return true;
 }
 
@@ -296,10 +281,7 @@ void MainFrame::close_list(char kind) {
 bool MainFrame::create_item(char kind) { return wx::create_item(wxGetActiveWindow(), *this, kind); }
 
 bool MainFrame::show_picture() {
-  if (!picture_) picture_ = independent(new PictureFrame(this, *this, picture_is_stretched_));
-  picture_->show_change(Change::Picture);
-  picture_->Show();
-  picture_->Raise();
+  bring_up(picture_, this, *this, picture_is_stretched_).show_change(Change::Picture);
   return true;
 }
 
@@ -311,14 +293,12 @@ void MainFrame::stretch_picture(bool stretched) {
 }
 
 bool MainFrame::show_map() {
-  open_map();
+  bring_up(map_, this, *this);
   return true;
 }
 
 bool MainFrame::show_profile() {
-  if (!profile_) profile_ = independent(new ProfileFrame(this, *this));
-  profile_->Show();
-  profile_->Raise();
+  bring_up(profile_, this, *this);
   return true;
 }
 
@@ -326,11 +306,7 @@ bool MainFrame::show_manual() { return wx::show_manual(this); }
 
 void MainFrame::show_about() { wx::show_about(this); }
 
-std::optional<store::WindowRectangle> MainFrame::place() const {
-  if (IsIconized()) return std::nullopt;
-  const wxRect place = GetRect();
-  return store::WindowRectangle{place.x, place.y, place.width, place.height};
-}
+std::optional<store::WindowRectangle> MainFrame::place() const { return main_window_place(*this); }
 
 // Closed when the command has ended: it may not take away what it runs in.
 void MainFrame::close() {

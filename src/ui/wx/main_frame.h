@@ -82,7 +82,6 @@ class MainFrame : public wxFrame, public Desk, private Windows {
   void on_close(wxCloseEvent& event);
   void leave();
   void install_accelerators();
-  MapFrame& open_map();
 
   session::Session& session_;
   Display& display_;

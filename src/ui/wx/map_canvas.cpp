@@ -7,6 +7,8 @@
 #include <chrono>
 #include <cmath>
 
+#include "ui/stored_items.h"
+
 namespace ui::wx {
 namespace {
 
@@ -210,7 +212,7 @@ void MapCanvas::on_left_up(wxMouseEvent& event) {
 
 void MapCanvas::toggle(const ItemRef& item) {
   store::ItemStore& items = desk_.session().items;
-  items.select(item.kind, item.index, !map::is_selected(items, item));
+  items.select(item.kind, item.index, !is_selected(items, item));
   desk_.tell(Change::Selection);
 }
 
@@ -229,7 +231,7 @@ void MapCanvas::on_context_menu(const map::Pixel& at) {
   const int edit = menu.Append(wxID_ANY, "&Edit...")->GetId();
   const int list = menu.Append(wxID_ANY, "Show in &List")->GetId();
   const int profile = item->kind == 'T' ? menu.Append(wxID_ANY, "&Profile of the Track")->GetId() : wxID_NONE;
-  const bool selected = map::is_selected(desk_.session().items, *item);
+  const bool selected = is_selected(desk_.session().items, *item);
   const int select = menu.Append(wxID_ANY, selected ? "&Unselect" : "&Select")->GetId();
   const int chosen = GetPopupMenuSelectionFromUser(menu);
   if (chosen == edit) desk_.edit(*item);

@@ -6,6 +6,7 @@
 #include <array>
 
 #include "ui/item_texts.h"
+#include "ui/stored_items.h"
 #include "ui/wx/text.h"
 
 namespace ui::wx {
@@ -46,22 +47,15 @@ MapFrame::MapFrame(wxWindow* parent, Desk& desk)
 
 void MapFrame::make_menu() {
   auto* bar = new wxMenuBar;
-  auto* file = new wxMenu;
-  const auto add = [this](wxMenu* menu, int id, const wxString& label, auto action) {
-    Bind(
-        wxEVT_MENU, [action](wxCommandEvent&) { action(); }, menu->Append(id, label)->GetId());
-  };
-  add(file, wxID_ANY, "&Save as PNG...\tCtrl+S",
-      [this] { save_as_png(*this, "map.png", canvas_->drawing(), canvas_->GetClientSize()); });
-  add(file, wxID_ANY, "&Print...\tCtrl+P",
-      [this] { print_drawing(*this, "Map", canvas_->drawing(), canvas_->GetClientSize()); });
-  file->AppendSeparator();
-  add(file, wxID_CLOSE, "&Close\tCtrl+W", [this] { Close(); });
-  bar->Append(file, "&Map");
+  bar->Append(make_drawing_menu(*this, "Map", canvas_->drawing(), *canvas_), "&Map");
   auto* view = new wxMenu;
-  add(view, wxID_ZOOM_IN, "Zoom &In", [this] { canvas_->zoom(kZoomStep); });
-  add(view, wxID_ZOOM_OUT, "Zoom &Out", [this] { canvas_->zoom(1 / kZoomStep); });
-  add(view, wxID_ZOOM_FIT, "Show &All", [this] { canvas_->show_all(); });
+  const auto add = [this, view](int id, const wxString& label, auto action) {
+    Bind(
+        wxEVT_MENU, [action](wxCommandEvent&) { action(); }, view->Append(id, label)->GetId());
+  };
+  add(wxID_ZOOM_IN, "Zoom &In", [this] { canvas_->zoom(kZoomStep); });
+  add(wxID_ZOOM_OUT, "Zoom &Out", [this] { canvas_->zoom(1 / kZoomStep); });
+  add(wxID_ZOOM_FIT, "Show &All", [this] { canvas_->show_all(); });
   view->AppendSeparator();
   for (const LayerEntry& entry : kLayerEntries) {
     wxMenuItem* item = view->AppendCheckItem(wxID_ANY, entry.label);
@@ -93,8 +87,7 @@ void MapFrame::show_pointer(const std::optional<ItemRef>& item, const geodesy::P
   };
   std::string title;
   if (item)
-    title =
-        map::item_title(desk_.session(), *item) + "  " + text_of(map::record_of(desk_.session().items, *item).position);
+    title = map::item_title(desk_.session(), *item) + "  " + text_of(record_of(desk_.session().items, *item).position);
   SetStatusText(wx_text(title), 0);
   SetStatusText(wx_text(text_of(position)), 1);
 }

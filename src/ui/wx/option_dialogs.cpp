@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ui/log_settings.h"
 #include "ui/wx/datum_dialog.h"
 #include "ui/wx/option_dialog.h"
 

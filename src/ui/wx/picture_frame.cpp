@@ -9,17 +9,13 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/commands.h"
 #include "ui/wx/file_dialogs.h"
 #include "ui/wx/help.h"
 #include "ui/wx/text.h"
 
 namespace ui::wx {
 namespace {
-
-// Commands of the table.
-constexpr int kRotateLeft = 40099;
-constexpr int kStretch = 40100;
-constexpr int kCopy = 40106;
 
 enum MenuId { kSaveItem = wxID_HIGHEST + 1, kCopyItem, kRotateItem, kStretchItem };
 
@@ -86,13 +82,13 @@ void PictureFrame::make_menu() {
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { ask_and_save(); }, kSaveItem);
   Bind(
-      wxEVT_MENU, [this](wxCommandEvent&) { desk_.run(kCopy); }, kCopyItem);
+      wxEVT_MENU, [this](wxCommandEvent&) { desk_.run(kCopyBitmap); }, kCopyItem);
   Bind(
       wxEVT_MENU, [this](wxCommandEvent&) { desk_.run(kRotateLeft); }, kRotateItem);
   Bind(
       wxEVT_MENU,
       [this](wxCommandEvent&) {
-        desk_.run(kStretch);
+        desk_.run(kStretchBitmap);
         refresh();  // the check mark went its own way when the command did not run
       },
       kStretchItem);

@@ -23,7 +23,6 @@ ProfileFrame::ProfileFrame(wxWindow* parent, Desk& desk)
       painter_(FromDIP(100) / 100.0),
       registration_(desk, *this) {
   SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
-  make_menu();
   CreateStatusBar();
   auto* sizer = new wxBoxSizer(wxVERTICAL);
   sizer->Add(make_head(), wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
@@ -34,27 +33,14 @@ ProfileFrame::ProfileFrame(wxWindow* parent, Desk& desk)
   canvas_->Bind(wxEVT_MOTION, [this](wxMouseEvent& event) { on_motion(event); });
   canvas_->Bind(wxEVT_LEFT_DCLICK, [this](wxMouseEvent&) { on_double_click(); });
   sizer->Add(canvas_, wxSizerFlags(1).Expand());
+  auto* bar = new wxMenuBar;
+  bar->Append(make_drawing_menu(*this, "Profile", drawing(), *canvas_), "&Profile");
+  SetMenuBar(bar);
   figures_ = new wxStaticText(this, wxID_ANY, "");
   sizer->Add(figures_, wxSizerFlags().Expand().Border(wxALL, FromDIP(6)));
   SetSizer(sizer);
   SetSize(FromDIP(wxSize(kWidth, kHeight)));
   read_tracks();
-}
-
-void ProfileFrame::make_menu() {
-  auto* menu = new wxMenu;
-  const auto add = [this, menu](int id, const wxString& label, auto action) {
-    Bind(
-        wxEVT_MENU, [action](wxCommandEvent&) { action(); }, menu->Append(id, label)->GetId());
-  };
-  add(wxID_ANY, "&Save as PNG...\tCtrl+S",
-      [this] { save_as_png(*this, "profile.png", drawing(), canvas_->GetClientSize()); });
-  add(wxID_ANY, "&Print...\tCtrl+P", [this] { print_drawing(*this, "Profile", drawing(), canvas_->GetClientSize()); });
-  menu->AppendSeparator();
-  add(wxID_CLOSE, "&Close\tCtrl+W", [this] { Close(); });
-  auto* bar = new wxMenuBar;
-  bar->Append(menu, "&Profile");
-  SetMenuBar(bar);
 }
 
 wxSizer* ProfileFrame::make_head() {

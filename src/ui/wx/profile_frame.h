@@ -32,7 +32,6 @@ class ProfileFrame : public wxFrame, public View {
   [[nodiscard]] Drawing drawing() const;
 
  private:
-  void make_menu();
   wxSizer* make_head();
   void read_tracks();
   void compute();

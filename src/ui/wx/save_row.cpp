@@ -1,24 +1,12 @@
 #include "ui/wx/save_row.h"
 
 #include <wx/button.h>
-#include <wx/frame.h>
 #include <wx/stattext.h>
 
 #include "ui/actions.h"
+#include "ui/wx/window_place.h"
 
 namespace ui::wx {
-namespace {
-
-std::optional<store::WindowRectangle> main_window_place(const wxWindow& dialog) {
-  const wxWindow* window = &dialog;
-  while (window->GetParent() != nullptr) window = window->GetParent();
-  const auto* frame = dynamic_cast<const wxFrame*>(window);
-  if (frame == nullptr || frame->IsIconized()) return std::nullopt;
-  const wxRect place = frame->GetRect();
-  return store::WindowRectangle{place.x, place.y, place.width, place.height};
-}
-
-}  // namespace
 
 wxSizer* make_save_row(wxDialog& dialog, session::Session& session, std::function<bool()> take) {
   auto* button = new wxButton(&dialog, wxID_ANY, "Save Configuration");

@@ -9,6 +9,7 @@
 #include <memory>
 #include <new>
 
+#include "ui/log_settings.h"
 #include "ui/wx/main_frame.h"
 #include "ui/wx/text.h"
 
@@ -24,14 +25,14 @@ class Program : public wxApp {
     SetAppDisplayName("Pelorix");
     if (!wxApp::OnInit()) return false;
     std::setlocale(LC_NUMERIC, "C");  // numbers of files and receivers have a point
+    // The clipboard of X takes pictures as PNG; nothing else here needs a handler.
     wxInitAllImageHandlers();
     screen_ = std::make_unique<WindowScreen>(clock_);
     display_ = std::make_unique<Display>(*screen_);
     session_ = std::make_unique<session::Session>(clock_, *display_, surroundings_);
-    store::Settings& settings = session_->settings;
-    store::load_configuration(surroundings_.start_directory / "pelorix.ini", settings);
-    if (settings.EnableDebugFile != 0) session_->open_debug_log();
-    if (settings.LogDisplayOutput != 0) display_->log_to("DisplayOutput");
+    const store::Settings before = session_->settings;
+    store::load_configuration(surroundings_.start_directory / "pelorix.ini", session_->settings);
+    follow_log_settings(*session_, *display_, before);
     session_->apply_settings();
     auto* frame = new MainFrame(*session_, *display_, *screen_);
     frame->Show();

@@ -10,6 +10,7 @@
 #include <memory>
 
 #include "base/clock.h"
+#include "ui/display.h"
 #include "ui/screen.h"
 #include "ui/wx/input_guard.h"
 
@@ -43,15 +44,13 @@ class WindowScreen : public Screen {
   void beep() override;
 
  private:
-  static constexpr int kLines = 10;
-
   void place_gauge();
   void enable_menus(bool enabled);
 
   base::Clock& clock_;
   wxFrame* frame_ = nullptr;
   std::unique_ptr<InputGuard> guard_;
-  std::array<wxStaticText*, kLines> lines_{};
+  std::array<wxStaticText*, Display::kLines> lines_{};
   wxGauge* gauge_ = nullptr;
   wxString readiness_;
   std::chrono::microseconds last_taken_{0};
