@@ -20,6 +20,7 @@
 #include "tests/support/described_store.h"
 #include "tests/support/recording_front_end.h"
 #include "tests/support/stepping_clock.h"
+#include "tests/support/temporary_folder.h"
 
 namespace support {
 
@@ -59,16 +60,6 @@ class TransferScenario : public testing::Test {
  protected:
   using Kind = garmin::Kind;
 
-  TransferScenario() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch().count();
-    folder_ = std::filesystem::temp_directory_path() / ("pelorix-scenario-" + std::to_string(now));
-    std::filesystem::create_directories(folder_);
-  }
-  ~TransferScenario() override {
-    std::error_code error;
-    std::filesystem::remove_all(folder_, error);
-  }
-
   // A new session, with empty stores, at a port that leads to this device.
   template <typename Device>
   Device& attach(std::unique_ptr<Device> device) {
@@ -84,7 +75,7 @@ class TransferScenario : public testing::Test {
   // A new session without a device of the test's own.
   void start(serial::ComPort::DeviceFactory devices = {}) {
     front_end = {};
-    session = std::make_unique<session::Session>(clock, front_end, session::Surroundings{folder_, {}, "pelorix"},
+    session = std::make_unique<session::Session>(clock, front_end, session::Surroundings{folder_.path(), {}, "pelorix"},
                                                  std::move(devices));
     session->settings.GPS = family;
     session->settings.PortName = family == store::Family::Garmin ? "sim:garmin" : "sim:lowrance";
@@ -102,7 +93,7 @@ class TransferScenario : public testing::Test {
     return timed([&] { return session->garmin_uploads.upload(command_id); });
   }
 
-  [[nodiscard]] std::filesystem::path file(const std::string& name) const { return folder_ / name; }
+  [[nodiscard]] std::filesystem::path file(const std::string& name) const { return folder_.path() / name; }
   bool save(const std::string& name) { return session->files.save(file(name), session->text_options()); }
   bool reread(const std::string& name) {
     session->items.clear_all();
@@ -141,7 +132,7 @@ class TransferScenario : public testing::Test {
   }
 
  private:
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
 };
 
 // The built-in data, cut down so that every packet of a transfer can have its turn.

@@ -1,6 +1,5 @@
 #include "tests/window/window_fixture.h"
 
-#include <unistd.h>
 #include <wx/app.h>
 #include <wx/dcmemory.h>
 #include <wx/dcscreen.h>
@@ -43,17 +42,22 @@ void save_screenshot(wxWindow& window, const std::string& name) {
   window.Raise();
   run_events(std::chrono::milliseconds(600));
   std::filesystem::create_directories(folder);
+  const wxRect place = window.GetScreenRect();
+#ifdef __WXMSW__
+  wxBitmap bitmap(place.GetSize());
+  wxMemoryDC memory(bitmap);
+  wxScreenDC screen;
+  ASSERT_TRUE(memory.Blit(wxPoint(0, 0), place.GetSize(), &screen, place.GetPosition())) << name;
+  memory.SelectObject(wxNullBitmap);
+  ASSERT_TRUE(bitmap.SaveFile(std::string(folder) + "/" + name + ".bmp", wxBITMAP_TYPE_BMP)) << name;
+#else
   // The X server's pixels are those that count, whatever the toolkit's scale.
-  const std::string command =
-      "import -window root -crop " +
-      [&] {
-        const double scale = window.GetContentScaleFactor();
-        const wxRect place = window.GetScreenRect();
-        const auto pixels = [&](int points) { return std::to_string(static_cast<int>(points * scale)); };
-        return pixels(place.width) + "x" + pixels(place.height) + "+" + pixels(place.x) + "+" + pixels(place.y);
-      }() +
-      " +repage '" + std::string(folder) + "/" + name + ".png'";
-  if (std::system(command.c_str()) != 0) ADD_FAILURE() << "no screenshot: " << command;
+  const double scale = window.GetContentScaleFactor();
+  const auto pixels = [scale](int points) { return std::to_string(static_cast<int>(points * scale)); };
+  const std::string command = "import -window root -crop " + pixels(place.width) + "x" + pixels(place.height) + "+" +
+                              pixels(place.x) + "+" + pixels(place.y) + " +repage '" + folder + "/" + name + ".png'";
+  ASSERT_EQ(std::system(command.c_str()), 0) << command;
+#endif
 }
 
 void press(int key, int modifiers) {
@@ -62,22 +66,11 @@ void press(int key, int modifiers) {
   run_events(std::chrono::milliseconds(50));
 }
 
-namespace {
-
-std::filesystem::path make_directory() {
-  std::string name = (std::filesystem::temp_directory_path() / "pelorix-window-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) std::abort();
-  return name;
-}
-
-}  // namespace
-
-WindowTest::WindowTest() : directory(make_directory()) { session.settings.ExitPrompt = 0; }
+WindowTest::WindowTest() { session.settings.ExitPrompt = 0; }
 
 WindowTest::~WindowTest() {
   if (frame != nullptr) frame->Destroy();
   run_events(std::chrono::milliseconds(0));
-  std::filesystem::remove_all(directory);
 }
 
 void WindowTest::open() {

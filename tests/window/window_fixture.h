@@ -11,6 +11,7 @@
 #include <string>
 
 #include "apps/system_clock.h"
+#include "tests/support/temporary_folder.h"
 #include "ui/wx/main_frame.h"
 
 namespace support {
@@ -46,7 +47,8 @@ class WindowTest : public testing::Test {
   // Fills the store with what the built-in simulated receiver holds.
   void download_everything();
 
-  const std::filesystem::path directory;  // empty at first, and gone afterwards; the start directory
+  const TemporaryFolder folder;
+  const std::filesystem::path directory = folder.path();  // empty at first; the start directory
   apps::SystemClock clock;
   ui::wx::WindowScreen screen{clock};
   ui::Display display{screen};
