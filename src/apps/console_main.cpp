@@ -6,6 +6,7 @@
 #include "session/session.h"
 #include "ui/console/arguments.h"
 #include "ui/console/console_program.h"
+#include "ui/console/standard_streams.h"
 #include "ui/title.h"
 
 namespace {
@@ -21,10 +22,12 @@ bool output_is_complete() {
 
 int main(int argc, char** argv) {
   using namespace ui::console;
+  const StandardStreams streams;
 #ifdef SIGXFSZ
   std::signal(SIGXFSZ, SIG_IGN);  // a file that grows too large is an error of its write, which is told
 #endif
-  const std::variant<Arguments, EndNow> parsed = parse_arguments(argc, argv);
+  const std::vector<std::string> words = apps::command_line(argc, argv);
+  const std::variant<Arguments, EndNow> parsed = parse_arguments(words);
   if (const EndNow* end = std::get_if<EndNow>(&parsed)) {
     std::cout << end->output;
     std::cerr << end->error;
@@ -37,7 +40,7 @@ int main(int argc, char** argv) {
   if (arguments.quiet) screen.set_mode(ConsoleScreen::Mode::Quiet);
   if (arguments.trace) screen.set_mode(ConsoleScreen::Mode::Trace);
   ui::Display display(screen);
-  session::Session session(clock, display, apps::surroundings(argv[0]));
+  session::Session session(clock, display, apps::surroundings(words.front()));
   display.set_title_source([&session] { return ui::title_text(session); });
   ConsoleProgram program(session, display, screen, *terminal, std::cout);
   const int status = program.run(arguments);

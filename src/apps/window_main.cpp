@@ -9,5 +9,5 @@ int main(int argc, char** argv) {
   std::signal(SIGXFSZ, SIG_IGN);  // a file that grows too large is an error of its write, which is told
 #endif
   apps::SystemClock clock;
-  return ui::wx::run_window_program(argc, argv, clock, apps::surroundings(argv[0]));
+  return ui::wx::run_window_program(argc, argv, clock, apps::surroundings(apps::command_line(argc, argv).front()));
 }

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -136,7 +137,9 @@ TEST_F(SaveFile, ASaveReplacesTheFileAndLeavesNothingElseBehind) {
 
 TEST_F(SaveFile, ALinkStaysALink) {
   ASSERT_EQ(save_file(folder / "real.txt", "old"), "");
-  std::filesystem::create_symlink("real.txt", folder / "link.txt");
+  std::error_code error;
+  std::filesystem::create_symlink("real.txt", folder / "link.txt", error);
+  if (error) GTEST_SKIP() << "no links can be made here";
   EXPECT_EQ(save_file(folder / "link.txt", "new"), "");
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.txt"));
   EXPECT_EQ(contents_of(folder / "real.txt"), "new");
@@ -169,8 +172,12 @@ TEST(TextInput, AReadErrorIsNoEnd) {
 }
 
 TEST_F(SaveFile, AFullDiskIsToldAndALackingFolderToo) {
-  EXPECT_EQ(save_file("/dev/full", "contents"), "No space left on device");
-  EXPECT_EQ(save_file(folder / "none" / "a.txt", "x"), "No such file or directory");
+  if (std::filesystem::exists("/dev/full")) {
+    EXPECT_EQ(save_file("/dev/full", "contents"), "No space left on device");
+  }
+  // In the words of the system.
+  EXPECT_THAT(save_file(folder / "none" / "a.txt", "x"),
+              testing::AnyOf("No such file or directory", testing::HasSubstr("ath")));
   EXPECT_EQ(save_file(folder, "x"), "it is a folder");
 }
 

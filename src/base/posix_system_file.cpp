@@ -2,14 +2,13 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
 #include "base/system_file.h"
 
 namespace base {
 namespace {
 
-std::string reason_of(int error) { return std::generic_category().message(error); }
+std::string reason_of(int error) { return reason_of(std::error_code(error, std::generic_category())); }
 
 }  // namespace
 
@@ -30,5 +29,9 @@ std::string flush_to_disk(const std::filesystem::path& path) {
   (void)::close(file);
   return error == 0 ? std::string() : reason_of(error);
 }
+
+std::string reason_of(const std::error_code& error) { return error.message(); }
+
+std::filesystem::path path_from_text(std::string_view text) { return text; }
 
 }  // namespace base

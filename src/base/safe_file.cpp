@@ -114,7 +114,7 @@ std::string SafeFile::commit() {
   note_failure(flush_to_disk(temporary_));
   std::error_code error;
   if (reason_.empty()) fs::rename(temporary_, target_, error);
-  if (error) note_failure(error.message());
+  if (error) note_failure(reason_of(error));
   if (reason_.empty()) temporary_.clear();
   return reason_;
 }

@@ -108,9 +108,11 @@ TEST_F(SingleCommands, TheDebugLogNamesWhatIsSent) {
   (void)commands.read_position();
   log.close();
   std::vector<std::string> labels;
-  std::ifstream in(file);
-  for (std::string line; std::getline(in, line);)
-    if (line.starts_with("Sending: ") && line != "Sending: ACK") labels.push_back(line.substr(9));
+  {
+    std::ifstream in(file);
+    for (std::string line; std::getline(in, line);)
+      if (line.starts_with("Sending: ") && line != "Sending: ACK") labels.push_back(line.substr(9));
+  }
   std::filesystem::remove(file);
   EXPECT_THAT(labels, ElementsAre("Gabort", "Send ID", "Send Voltages", "Gabort",  //
                                   "Gabort", "Send ID", "Send GPS Position", "Send GPS Time", "Gabort"));

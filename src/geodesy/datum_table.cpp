@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "base/safe_file.h"
+#include "base/system_file.h"
 #include "base/text.h"
 #include "geodesy/built_in_datums.h"
 
@@ -26,7 +27,8 @@ fs::path user_datum_file(std::span<const fs::path> directories, std::string_view
     if (fs::path candidate = directory / kUserFile; is_file(candidate)) return candidate;
   const std::size_t backslash = program_name.rfind('\\');
   if (backslash == std::string_view::npos) return {};
-  const fs::path beside = std::string(program_name.substr(0, backslash + 1)) + std::string(kUserFile);
+  const fs::path beside =
+      base::path_from_text(std::string(program_name.substr(0, backslash + 1)) + std::string(kUserFile));
   return is_file(beside) ? beside : fs::path();
 }
 

@@ -106,6 +106,7 @@ TEST_F(UserDatums, WithoutAFileOrWithAFolderOfThatNameOnlyTheBuiltInDatumsAreThe
 }
 
 TEST_F(UserDatums, TheFileBesideTheProgramIsTakenLast) {
+  fs::create_directories((folder / "bin\\pelorix.exe").parent_path());  // two folders where a backslash parts them
   write(folder / "bin\\pelorixdatums.txt", "beside,0,0,0,0,0\n");
   EXPECT_EQ(table.load_user_datums({}, (folder / "bin\\pelorix.exe").string()), 1);
   EXPECT_NE(table.find("beside"), nullptr);

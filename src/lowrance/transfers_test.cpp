@@ -52,7 +52,7 @@ class UnitTransfers : public support::LowranceConversation {
         hex(base::format_text("00 %02X00 01 %02X 68E05A00 4EB20D00 'W%d' 64000000", slot, symbol, slot));
   }
   void hold_route(int number, const std::vector<int>& slots) {
-    std::string text = base::format_text("00 %02X00 %02zX 'ROUTE'", number, slots.size());
+    std::string text = base::format_text("00 %02X00 %02X 'ROUTE'", number, static_cast<unsigned>(slots.size()));
     for (const int slot : slots) text += base::format_text("%02X00", slot);
     held[{kGetRoute, number}] = hex(text);
   }

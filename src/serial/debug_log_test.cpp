@@ -15,12 +15,15 @@ using base::Bytes;
 
 class DebugLogFile : public ::testing::Test {
  protected:
-  ~DebugLogFile() override { std::filesystem::remove(path_); }
+  ~DebugLogFile() override {
+    log_.close();
+    std::filesystem::remove(path_);
+  }
 
   // What another program sees in the file now, while it is still open.
   std::string contents() const {
     std::ostringstream all;
-    all << std::ifstream(path_, std::ios::binary).rdbuf();
+    all << std::ifstream(path_).rdbuf();
     return all.str();
   }
   // What was written after the opening line.

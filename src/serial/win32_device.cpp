@@ -12,14 +12,24 @@
 #include <optional>
 #include <string>
 
+#include "base/win32_handle.h"
 #include "serial/system_device.h"
 
 namespace serial {
 namespace {
 
-// Windows sleeps in steps of 16 ms unless it is asked for finer ones; at each packet that would cost as much as a byte
-// in sixteen.
-constexpr UINT kTimerMilliseconds = 1;
+// Windows sleeps in steps of 16 ms unless it is asked for finer ones, as it is while this lives; at each packet that
+// would cost as much as a byte in sixteen.
+class FineTimer {
+ public:
+  FineTimer() { timeBeginPeriod(kMilliseconds); }
+  ~FineTimer() { timeEndPeriod(kMilliseconds); }
+  FineTimer(const FineTimer&) = delete;
+  FineTimer& operator=(const FineTimer&) = delete;
+
+ private:
+  static constexpr UINT kMilliseconds = 1;
+};
 
 struct Reason {
   DWORD error;
@@ -35,6 +45,7 @@ constexpr std::array kReasons{
     Reason{ERROR_SHARING_VIOLATION, OpenProblem::InUse},
     Reason{ERROR_INVALID_FUNCTION, OpenProblem::NotSerial},
     Reason{ERROR_INVALID_PARAMETER, OpenProblem::NotSerial},
+    Reason{ERROR_INVALID_HANDLE, OpenProblem::NotSerial},  // something else was opened, whose settings cannot be read
 };
 
 // What drivers answer, each in its own way, once the adapter is gone.
@@ -70,14 +81,13 @@ class Win32Device : public SerialDevice {
 
   int open(const std::string& name) override {
     close();
-    handle_ =
-        CreateFileA(device_path(name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    port_ = base::Win32Handle(
+        CreateFileA(device_path(name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
     const DWORD error = is_open() ? DWORD{ERROR_SUCCESS} : GetLastError();
     note_open_result(error);
-    if (is_open()) timeBeginPeriod(kTimerMilliseconds);
+    if (is_open()) timer_.emplace();
     found_.reset();
     vanish_error_ = 0;
-    next_ = end_ = 0;
     return static_cast<int>(error);
   }
   [[nodiscard]] OpenProblem open_problem() const override { return problem_; }
@@ -85,7 +95,7 @@ class Win32Device : public SerialDevice {
   int read_settings() override {
     if (!is_open()) return kNotOpen;
     line_.DCBlength = sizeof line_;
-    if (GetCommState(handle_, &line_) == 0) {
+    if (GetCommState(port_.get(), &line_) == 0) {
       const DWORD error = GetLastError();
       note_open_result(error);
       return note_failure(error);
@@ -108,28 +118,26 @@ class Win32Device : public SerialDevice {
     line_.fNull = FALSE;
     line_.fDtrControl = DTR_CONTROL_ENABLE;
     line_.fRtsControl = RTS_CONTROL_ENABLE;
-    return SetCommState(handle_, &line_) != 0 ? 0 : note_failure(GetLastError());
+    return SetCommState(port_.get(), &line_) != 0 ? 0 : note_failure(GetLastError());
   }
 
   int restore_settings() override {
     if (!is_open()) return kNotOpen;
     if (!found_) return 0;
     line_ = *found_;
-    return SetCommState(handle_, &line_) != 0 ? 0 : note_failure(GetLastError());
+    return SetCommState(port_.get(), &line_) != 0 ? 0 : note_failure(GetLastError());
   }
 
   int close() override {
-    if (!is_open()) return kNotOpen;
-    timeEndPeriod(kTimerMilliseconds);
-    const int error = CloseHandle(handle_) != 0 ? 0 : static_cast<int>(GetLastError());
-    handle_ = INVALID_HANDLE_VALUE;
-    return error;
+    timer_.reset();
+    next_ = end_ = 0;
+    return is_open() ? static_cast<int>(port_.close()) : kNotOpen;
   }
 
   int write(std::span<const std::uint8_t> bytes) override {
     if (!is_open()) return kNotOpen;
     DWORD written = 0;
-    if (WriteFile(handle_, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) == 0)
+    if (WriteFile(port_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) == 0)
       return note_failure(GetLastError());
     return written == bytes.size() ? 0 : ERROR_WRITE_FAULT;
   }
@@ -153,7 +161,7 @@ class Win32Device : public SerialDevice {
   LineErrors take_line_errors() override {
     LineErrors errors;
     DWORD bits = 0;
-    if (!is_open() || ClearCommError(handle_, &bits, nullptr) == 0) return errors;
+    if (!is_open() || ClearCommError(port_.get(), &bits, nullptr) == 0) return errors;
     for (const LineErrorBit& row : kLineErrorBits) errors.*row.flag = (bits & row.bit) != 0;
     return errors;
   }
@@ -162,7 +170,7 @@ class Win32Device : public SerialDevice {
   [[nodiscard]] int vanish_error() const override { return vanish_error_; }
 
  private:
-  [[nodiscard]] bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
+  [[nodiscard]] bool is_open() const { return port_.is_open(); }
 
   void note_open_result(DWORD error) {
     const auto* const reason =
@@ -172,7 +180,10 @@ class Win32Device : public SerialDevice {
 
   // Remembers a failure that only a port that is gone gives; returns the error.
   int note_failure(DWORD error) {
-    const bool gone = std::find(kVanishErrors.begin(), kVanishErrors.end(), error) != kVanishErrors.end();
+    // A driver that was set up to abort on line errors refuses everything after one, until it has been cleared.
+    const bool line_error = error == ERROR_OPERATION_ABORTED && ClearCommError(port_.get(), nullptr, nullptr) != 0;
+    const bool gone =
+        !line_error && std::find(kVanishErrors.begin(), kVanishErrors.end(), error) != kVanishErrors.end();
     if (vanish_error_ == 0 && gone) vanish_error_ = static_cast<int>(error);
     return static_cast<int>(error);
   }
@@ -182,18 +193,19 @@ class Win32Device : public SerialDevice {
     next_ = end_ = 0;
     DWORD errors = 0;
     COMSTAT status{};
-    if (ClearCommError(handle_, &errors, &status) == 0) {
+    if (ClearCommError(port_.get(), &errors, &status) == 0) {
       note_failure(GetLastError());
       return;
     }
     const DWORD wanted = std::min(status.cbInQue, static_cast<DWORD>(buffer_.size()));
     if (wanted == 0) return;
     DWORD got = 0;
-    if (ReadFile(handle_, buffer_.data(), wanted, &got, nullptr) == 0) note_failure(GetLastError());
+    if (ReadFile(port_.get(), buffer_.data(), wanted, &got, nullptr) == 0) note_failure(GetLastError());
     end_ = got;
   }
 
-  HANDLE handle_ = INVALID_HANDLE_VALUE;
+  base::Win32Handle port_;
+  std::optional<FineTimer> timer_;  // while the port is open
   OpenProblem problem_ = OpenProblem::None;
   DCB line_{};
   std::optional<DCB> found_;  // the line as it was; none before it was read

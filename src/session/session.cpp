@@ -1,5 +1,6 @@
 #include "session/session.h"
 
+#include "base/system_file.h"
 #include "base/text.h"
 #include "session/file_formats.h"
 #include "simulators/built_in_data.h"
@@ -60,7 +61,8 @@ void Session::apply_settings() {
 bool Session::open_debug_log() {
   std::string name = settings.DebugFileName + settings.DebugFileNameExtn;
   if (name.empty()) name = kDefaultDebugFile;
-  const std::filesystem::path path = std::filesystem::path(settings.SaveDebugFileWorkingDirectory) / name;
+  const std::filesystem::path path =
+      base::path_from_text(settings.SaveDebugFileWorkingDirectory) / base::path_from_text(name);
   return debug_log.open(path, debug_format, kVersion);
 }
 

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "base/system_file.h"
 #include "base/text.h"
 #include "session/file_formats.h"
 #include "ui/actions.h"
@@ -50,7 +51,8 @@ int in_range(int index, const std::vector<FileQuestion::Type>& types) {
 
 bool open_input_files(const CommandContext& context, int) {
   store::Settings& settings = context.session.settings;
-  FileQuestion question{"Open Input File(s)", settings.ReadWorkingDirectory, "", types_to_read(), 0};
+  FileQuestion question{"Open Input File(s)", base::path_from_text(settings.ReadWorkingDirectory), "", types_to_read(),
+                        0};
   question.type = in_range(settings.ReadFilterNumber, question.types);
   const std::vector<std::filesystem::path> files = context.windows.ask_files_to_open(question);
   if (files.empty()) return false;
@@ -80,7 +82,7 @@ bool read_files(const CommandContext& context, const std::vector<std::filesystem
 bool save_as(const CommandContext& context, int) {
   Session& session = context.session;
   store::Settings& settings = session.settings;
-  FileQuestion question{"Opening Output File", settings.SaveWorkingDirectory,
+  FileQuestion question{"Opening Output File", base::path_from_text(settings.SaveWorkingDirectory),
                         settings.SaveFileName + settings.SaveFileNameExtn, types_to_write(), 0};
   question.type = in_range(settings.SaveFilterNumber, question.types);
   const std::optional<std::filesystem::path> file = context.windows.ask_file_to_save(question);
@@ -95,8 +97,11 @@ bool save_as(const CommandContext& context, int) {
 bool save_igc(const CommandContext& context, int) {
   Session& session = context.session;
   if (!context.windows.ask_igc_options()) return false;
-  FileQuestion question{
-      "Opening Output File", session.settings.SaveIGCWorkingDirectory, "track.igc", {{"IGC (*.igc)", "*.igc"}}, 0};
+  FileQuestion question{"Opening Output File",
+                        base::path_from_text(session.settings.SaveIGCWorkingDirectory),
+                        "track.igc",
+                        {{"IGC (*.igc)", "*.igc"}},
+                        0};
   const std::optional<std::filesystem::path> file = context.windows.ask_file_to_save(question);
   if (!file) return false;
   session.settings.SaveIGCWorkingDirectory = file->parent_path().string();
@@ -131,7 +136,7 @@ bool name_debug_file(const CommandContext& context, int) {
   Session& session = context.session;
   store::Settings& settings = session.settings;
   FileQuestion question{"Serial Debug Name",
-                        settings.SaveDebugFileWorkingDirectory,
+                        base::path_from_text(settings.SaveDebugFileWorkingDirectory),
                         settings.DebugFileName + settings.DebugFileNameExtn,
                         {{"Text files (*.txt)", "*.txt"}},
                         0};

@@ -11,72 +11,16 @@ import shutil
 import signal
 import subprocess
 import sys
-import tempfile
 import termios
 import time
 import tty
 import unittest
 import xml.etree.ElementTree as ElementTree
 
+from in_folder import LIMIT, InFolder, items, read, without_date
+
 CLI = os.path.abspath(sys.argv.pop(1))
-LIMIT = 60  # seconds that no command of these tests may take
-
-
-def run(*arguments, cwd=None):
-    return subprocess.run([CLI, *arguments], cwd=cwd, capture_output=True, text=True, timeout=LIMIT,
-                          stdin=subprocess.DEVNULL)
-
-
-def without_date(text):
-    return re.sub(r"^#.* GMT$", "#", text, flags=re.M)
-
-
-def read(path):
-    with open(path, encoding="latin-1", newline="") as file:
-        return file.read()
-
-
-def items(text):
-    return [line for line in text.splitlines() if line[:3] in ("W  ", "T  ", "R  ", "P  ", "E  ", "N  ")]
-
-
-class InFolder(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.folder = folder.name
-
-    def path(self, name):
-        return os.path.join(self.folder, name)
-
-    def write(self, name, text):
-        with open(self.path(name), "w", encoding="latin-1") as file:
-            file.write(text)
-        return self.path(name)
-
-    def run_cli(self, *arguments):
-        return run(*arguments, cwd=self.folder)
-
-    def start(self, *arguments):
-        """The running program, whose output and messages can be read."""
-        return subprocess.Popen([CLI, *arguments], cwd=self.folder, text=True, stdin=subprocess.DEVNULL,
-                                stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-
-    def shell(self, command):
-        return subprocess.run(["bash", "-c", command], cwd=self.folder, stdin=subprocess.DEVNULL, capture_output=True,
-                              text=True, timeout=LIMIT)
-
-    def simulate(self, *options, family="garmin"):
-        """Starts a simulated receiver; returns its process and the path of its pseudo-terminal."""
-        process = self.start("simulate", family, *options)
-        self.addCleanup(self.end, process)
-        return process, process.stdout.readline().strip()
-
-    @staticmethod
-    def end(process):
-        if process.poll() is None:
-            process.send_signal(signal.SIGINT)
-        process.communicate(timeout=LIMIT)
+InFolder.cli = CLI
 
 
 class Usage(InFolder):
@@ -551,24 +495,7 @@ class Keys(InFolder):
     """Commands on a terminal, ended or answered by keys."""
 
     def on_terminal(self, *arguments, keys, wanted):
-        """The exit status, what was shown, and the seconds from the keys, pressed once this pattern is shown, to the end."""
-        pid, terminal = pty.fork()
-        if pid == 0:
-            os.chdir(self.folder)
-            os.execv(CLI, [CLI, *arguments])
-        shown = b""
-        pressed_at = None
-        try:
-            while select.select([terminal], [], [], LIMIT)[0]:
-                shown += os.read(terminal, 1000)
-                if pressed_at is None and re.search(wanted, shown):
-                    pressed_at = time.monotonic()
-                    os.write(terminal, keys)
-        except OSError:  # the program has ended
-            pass
-        self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)  # left as it was
-        os.close(terminal)
-        return os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), shown, time.monotonic() - pressed_at
+        return self.run_on_terminal([CLI, *arguments], keys, wanted)
 
     def test_the_question_before_turning_off_is_answered_by_a_line(self):
         for answer in (b"y\n", b"\n", b"n\n", b"\x03"):

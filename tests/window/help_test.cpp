@@ -68,7 +68,7 @@ TEST_F(HelpTest, ClosesWithEsc) {
 
 TEST(Manual, IsLookedForBesideTheProgramThenInTheSystem) {
   EXPECT_EQ(manual_places("/usr/bin/pelorix"),
-            (std::vector<std::filesystem::path>{"/usr/bin/manual/manual.html", "/usr/share/doc/pelorix/manual.html"}));
+            (std::vector<std::filesystem::path>{"/usr/bin/manual/manual.html", "/usr/share/pelorix/manual.html"}));
 }
 
 // The text of a menu without mnemonic and accelerator.

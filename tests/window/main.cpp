@@ -4,6 +4,7 @@
 #include <wx/evtloop.h>
 #include <wx/image.h>
 #include <wx/init.h>
+#include <wx/log.h>
 
 #include <clocale>
 
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
   wxApp::SetInstance(new TestProgram);
   if (!wxEntryStart(argc, argv) || !wxTheApp->CallOnInit()) return 1;
   std::setlocale(LC_NUMERIC, "C");
+  wxLog::SetActiveTarget(new wxLogStderr);  // nobody is there to close a window of messages
   wxInitAllImageHandlers();
   wxTheApp->SetExitOnFrameDelete(false);
   // Windows are made and looked at inside a loop that runs, as in the program.

@@ -26,7 +26,7 @@ void add_files(CLI::App* command, Arguments& arguments) {
 }
 
 void add_datum(CLI::App* command, Arguments& arguments, const char* help) {
-  command->add_option("--datum", arguments.datum, help)->type_name("NAME");
+  command->add_option("--datum", arguments.datum, help)->type_name("DATUM");
 }
 
 void add_notation(CLI::App* command, Arguments& arguments) {
@@ -218,7 +218,7 @@ void add_simulate(CLI::App& app, Arguments& arguments) {
 
 bool is_kind(const std::string& word) { return std::find(kKinds.begin(), kKinds.end(), word) != kKinds.end(); }
 
-std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* words) {
+std::variant<Arguments, EndNow> parse_arguments(std::vector<std::string> words) {
   Arguments arguments;
   CLI::App app{"Moves waypoints, routes and tracks between GPS receivers and files."};
   app.name("pelorix-cli");
@@ -229,7 +229,10 @@ std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* wo
   add_position_commands(app, arguments);
   add_simulate(app, arguments);
   try {
-    app.parse(count, words);
+    // It takes them from the back, without the program's name.
+    std::ranges::reverse(words);
+    words.pop_back();
+    app.parse(std::move(words));
   } catch (const CLI::ParseError& error) {
     std::ostringstream output, complaint;
     const bool asked_for = app.exit(error, output, complaint) == 0;

@@ -60,6 +60,7 @@ struct EndNow {
   std::string error;   // for standard error
 };
 
-[[nodiscard]] std::variant<Arguments, EndNow> parse_arguments(int count, const char* const* words);
+// The program's own name stands first.
+[[nodiscard]] std::variant<Arguments, EndNow> parse_arguments(std::vector<std::string> words);
 
 }  // namespace ui::console

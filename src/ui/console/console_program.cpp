@@ -4,6 +4,7 @@
 #include <array>
 #include <ostream>
 
+#include "base/system_file.h"
 #include "base/text.h"
 #include "session/find_receivers.h"
 #include "session/simulator_host.h"
@@ -13,6 +14,7 @@
 namespace ui::console {
 namespace {
 
+using base::path_from_text;
 using store::OutputOptions;
 
 // Which kinds a writer or a list takes.
@@ -116,7 +118,7 @@ void ConsoleProgram::print(std::string_view line) { output_ << base::utf8_text(l
 // The settings for this run: start values, configuration file, then what the command line says.
 bool ConsoleProgram::take_settings(const Arguments& arguments) {
   store::Settings& settings = session_.settings;
-  store::load_configuration(arguments.config, settings);
+  store::load_configuration(path_from_text(arguments.config), settings);
   for (const std::string& text : arguments.set) {
     const std::size_t equals = text.find('=');
     const std::string key = text.substr(0, equals);
@@ -137,7 +139,7 @@ bool ConsoleProgram::take_settings(const Arguments& arguments) {
   }
   if (!take_lowrance_options(arguments)) return false;
   if (!arguments.debug_log.empty()) {
-    const std::filesystem::path path(arguments.debug_log);
+    const std::filesystem::path path = path_from_text(arguments.debug_log);
     settings.EnableDebugFile = 1;
     settings.SaveDebugFileWorkingDirectory = path.parent_path().string();
     settings.DebugFileName = path.stem().string();
@@ -180,7 +182,7 @@ bool ConsoleProgram::take_lowrance_options(const Arguments& arguments) {
 bool ConsoleProgram::read_files(const std::vector<std::string>& files) {
   const KeyReading keys(terminal_);
   bool all_read = true;
-  for (const std::string& file : files) all_read = session_.files.do_input(file) && all_read;
+  for (const std::string& file : files) all_read = session_.files.do_input(path_from_text(file)) && all_read;
   return all_read;
 }
 
@@ -190,7 +192,7 @@ bool ConsoleProgram::write_outputs(const Arguments& arguments) {
   bool all_written = true;
   for (const std::string& file : arguments.outputs) {
     display_.clear();  // what is said of one file is said of the next one again
-    all_written = session_.files.save(file, options) && all_written;
+    all_written = session_.files.save(path_from_text(file), options) && all_written;
   }
   // In place of an unknown datum WGS-84 was written, which was said.
   return all_written && session_.datums.find(options.datum) != nullptr;
@@ -305,7 +307,7 @@ int ConsoleProgram::upload(const Arguments& arguments) {
 
 int ConsoleProgram::screen(const Arguments& arguments) {
   for (const std::string& file : arguments.outputs)
-    if (!session_.files.would_save_bitmap(file))
+    if (!session_.files.would_save_bitmap(path_from_text(file)))
       return wrong_usage(file + ": a screen is saved to files named .bmp or .png.");
   const KeyReading keys(terminal_);
   if (!run_word("screen", arguments)) return kFailed;
@@ -358,7 +360,7 @@ int ConsoleProgram::info(const Arguments& arguments) {
 
 int ConsoleProgram::datums(const Arguments& arguments) {
   if (!arguments.save.empty())
-    return geodesy::save_internal_datum_list(arguments.save, session_.front_end) ? kDone : kFailed;
+    return geodesy::save_internal_datum_list(path_from_text(arguments.save), session_.front_end) ? kDone : kFailed;
   for (const std::string& name : session_.datums.names()) print(name);
   return kDone;
 }
@@ -448,7 +450,7 @@ int ConsoleProgram::find(const Arguments& arguments) {
 }
 
 int ConsoleProgram::save_config(const Arguments& arguments) {
-  const std::filesystem::path path = std::filesystem::absolute(arguments.config);
+  const std::filesystem::path path = std::filesystem::absolute(path_from_text(arguments.config));
   return store::save_configuration(path, session_.settings, session_.front_end) ? kDone : kFailed;
 }
 
@@ -459,7 +461,8 @@ int ConsoleProgram::simulate(const Arguments& arguments) {
                                                arguments.protocols, arguments.unit, arguments.echo, arguments.noise});
   if (!wrong.empty()) return wrong_usage(wrong);
   for (const std::string& file : arguments.save_to)
-    if (const std::string problem = session_.files.save_problem(file); !problem.empty()) return fail(problem);
+    if (const std::string problem = session_.files.save_problem(path_from_text(file)); !problem.empty())
+      return fail(problem);
   if (!read_files(arguments.load)) return fail("The simulated receiver was not started.");
   const std::string no_room = arguments.load.empty() ? std::string() : session::load_simulated(session_, family);
   if (!no_room.empty()) terminal_.write("The simulated receiver has no room for these: " + no_room + ".\n");
@@ -480,8 +483,8 @@ int ConsoleProgram::save_simulated(store::Family family, const std::vector<std::
   for (const std::string& file : files) {
     display_.clear();
     // Nobody misses the almanac that every simulated receiver starts with, in a file that keeps none.
-    options.almanac = taken.almanac_is_new || session_.files.keeps_almanac(file);
-    all_saved = session_.files.save(file, options) && all_saved;
+    options.almanac = taken.almanac_is_new || session_.files.keeps_almanac(path_from_text(file));
+    all_saved = session_.files.save(path_from_text(file), options) && all_saved;
   }
   std::string kinds;
   for (const std::string& kind : taken.left_out) kinds += (kinds.empty() ? "" : ", ") + kind;

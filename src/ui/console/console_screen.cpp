@@ -102,14 +102,17 @@ void ConsoleScreen::draw_bar() {
   const int taken = static_cast<int>(head.size() + counts.size()) + 3;
   const int width = std::clamp(terminal_.columns() - taken, 0, 50);
   const auto full = static_cast<std::size_t>(static_cast<long long>(width) * progress_ / progress_range_);
-  terminal_.write("\r\x1b[K" + head + "[" + std::string(full, '#') +
-                  std::string(static_cast<std::size_t>(width) - full, '.') + "]" + counts);
-  bar_drawn_ = true;
+  const std::string bar =
+      head + "[" + std::string(full, '#') + std::string(static_cast<std::size_t>(width) - full, '.') + "]" + counts;
+  remove_bar();
+  terminal_.write(bar);
+  bar_length_ = bar.size();
 }
 
 void ConsoleScreen::remove_bar() {
-  if (bar_drawn_) terminal_.write("\r\x1b[K");
-  bar_drawn_ = false;
+  // By blanks: not every console of Windows knows the codes of terminals.
+  if (bar_length_ > 0) terminal_.write("\r" + std::string(bar_length_, ' ') + "\r");
+  bar_length_ = 0;
 }
 
 void ConsoleScreen::show_box(std::string_view title, std::string_view text) {

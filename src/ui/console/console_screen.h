@@ -57,7 +57,7 @@ class ConsoleScreen : public Screen {
   std::string step_text_;  // of the running transfer, beside the bar
   int progress_ = 0;
   int progress_range_ = 0;
-  bool bar_drawn_ = false;
+  std::size_t bar_length_ = 0;  // 0: none is drawn
   std::chrono::microseconds next_bar_{0};
   std::chrono::microseconds next_key_look_{0};
 };

@@ -1,4 +1,3 @@
-#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
@@ -103,18 +102,8 @@ class TermiosTerminal : public Terminal {
   void (*old_pipe_action_)(int) = SIG_DFL;
 };
 
-// A file opened while one of the three streams is missing would get its number, and our messages.
-void complete_standard_streams() {
-  int descriptor = 0;
-  while (descriptor >= 0 && descriptor <= STDERR_FILENO) descriptor = open("/dev/null", O_RDWR);
-  if (descriptor > STDERR_FILENO) close(descriptor);
-}
-
 }  // namespace
 
-std::unique_ptr<Terminal> make_terminal() {
-  complete_standard_streams();
-  return std::make_unique<TermiosTerminal>();
-}
+std::unique_ptr<Terminal> make_terminal() { return std::make_unique<TermiosTerminal>(); }
 
 }  // namespace ui::console

@@ -28,7 +28,7 @@ HelpFrame* open_help_frame() {
 
 std::vector<std::filesystem::path> manual_places(const std::filesystem::path& program) {
   const std::filesystem::path folder = program.parent_path();
-  return {folder / "manual" / "manual.html", folder.parent_path() / "share" / "doc" / "pelorix" / "manual.html"};
+  return {folder / "manual" / "manual.html", folder.parent_path() / "share" / "pelorix" / "manual.html"};
 }
 
 bool show_manual(wxWindow* parent) {

@@ -9,6 +9,7 @@
 
 #include <array>
 
+#include "base/system_file.h"
 #include "base/text.h"
 #include "ui/ports.h"
 #include "ui/wx/symbol_choice.h"
@@ -67,7 +68,7 @@ OptionField directory_field(wxWindow* parent, const OptionRow& row) {
           control,
           nullptr,
           [control] { return path_of(control->GetValue()).string(); },
-          [control](const std::string& text) { control->ChangeValue(wx_path(std::filesystem::path(text))); }};
+          [control](const std::string& text) { control->ChangeValue(wx_path(base::path_from_text(text))); }};
 }
 
 OptionField port_field(wxWindow* parent, const OptionDraft& draft, const OptionRow& row) {

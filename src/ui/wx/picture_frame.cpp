@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/system_file.h"
 #include "ui/commands.h"
 #include "ui/wx/file_dialogs.h"
 #include "ui/wx/help.h"
@@ -156,7 +157,7 @@ void PictureFrame::ask_and_save() {
   if (desk_.is_busy()) return;
   store::Settings& settings = desk_.session().settings;
   FileQuestion question{"Save Picture",
-                        settings.SaveWorkingDirectory,
+                        base::path_from_text(settings.SaveWorkingDirectory),
                         "screen.png",
                         {{"PNG pictures (*.png)", "*.png"}, {"Bitmaps (*.bmp)", "*.bmp"}},
                         0};

@@ -5,9 +5,11 @@
 #include <wx/image.h>
 #include <wx/msgdlg.h>
 
+#include <algorithm>
 #include <clocale>
 #include <memory>
 #include <new>
+#include <string_view>
 
 #include "ui/log_settings.h"
 #include "ui/wx/main_frame.h"
@@ -47,10 +49,6 @@ class Program : public wxApp {
   }
 
   bool OnCmdLineParsed(wxCmdLineParser& parser) override {
-    if (parser.Found("version")) {
-      wxMessageOutputStderr(stdout).Printf("Pelorix %s", std::string(session::kVersion));
-      return false;
-    }
     for (std::size_t i = 0; i < parser.GetParamCount(); ++i) files_.push_back(path_of(parser.GetParam(i)));
     return wxApp::OnCmdLineParsed(parser);
   }
@@ -80,6 +78,11 @@ class Program : public wxApp {
 }  // namespace
 
 int run_window_program(int argc, char** argv, base::Clock& clock, const session::Surroundings& surroundings) {
+  // The toolkit would want a display first, and end with the exit status of a failure.
+  if (std::find(argv, argv + argc, std::string_view("--version")) != argv + argc) {
+    wxMessageOutputStderr(stdout).Printf("Pelorix %s", std::string(session::kVersion));
+    return 0;
+  }
   wxApp::SetInstance(new Program(clock, surroundings));
   return wxEntry(argc, argv);
 }
