@@ -5,7 +5,7 @@ PACKAGES_WINDOW="$PACKAGES_RUN libwxgtk3.2-dev cmark-gfm"
 PACKAGES_CHECK="$PACKAGES_WINDOW libgtest-dev libgmock-dev python3 clang-format g++-mingw-w64-x86-64-posix libz-mingw-w64-dev gpsbabel \
 clang libclang-rt-dev xvfb openbox imagemagick"
 PACKAGES_PACKAGES="$PACKAGES_WINDOW dpkg-dev debhelper lintian debootstrap man-db desktop-file-utils appstream"
-PACKAGES_WINDOWS="$PACKAGES_CHECK g++-mingw-w64-i686-posix make xz-utils zip unzip nsis wine64"
+PACKAGES_WINDOWS="$PACKAGES_CHECK g++-mingw-w64-i686-posix make xz-utils zip unzip nsis wine64 fonts-wine"
 
 # install_packages NAME...: installs what is missing, as root or through sudo; ends the script when it cannot.
 install_packages() {

@@ -116,7 +116,7 @@ TEST_F(EditTest, ABadEntryKeepsTheDialogOpenAndAGoodOneChangesWaypointAndRoutePo
     type(dialog, "comment", wxString::FromUTF8("Łódź"));
     EXPECT_EQ(dialog.form().message("comment").utf8_string(), "Becomes \"Lódz\"");
     press_button(dialog, wxID_OK);
-    EXPECT_FALSE(dialog.IsModal());
+    EXPECT_EQ(dialog.GetReturnCode(), wxID_OK);
   });
   EXPECT_TRUE(frame->edit({'R', 3, 2}));
   for (const store::ItemRecord& item : {session.items.waypoint(2), session.items.route(3).points[1]}) {

@@ -302,8 +302,13 @@ TEST_F(MainFrameTest, DroppedFilesAreRead) {
 
 TEST_F(MainFrameTest, FilesAreOpenedSavedAndRemembered) {
   open();
+#ifdef __WXMSW__
+  // The dialog of Windows for several files takes their names from its user alone.
+  EXPECT_TRUE(frame->read_files({write_file("in.txt", "ONE")}));
+#else
   answers.add_file(write_file("in.txt", "ONE"));
   choose(80);
+#endif
   ASSERT_EQ(session.items.waypoint_count(), 1);
   EXPECT_EQ(session.settings.ReadFileName + session.settings.ReadFileNameExtn, "in.txt");
   EXPECT_EQ(session.settings.ReadWorkingDirectory, directory.string());

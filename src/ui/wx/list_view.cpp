@@ -39,7 +39,9 @@ ListView::ListView(wxWindow* parent, Desk& desk, char kind)
   // The keys have something to act on from the start.
   if (list_.row_count() > 0) SetItemState(0, kCurrentAndLit, kCurrentAndLit);
   deleted_.SetTextColour(wxSystemSettings::GetColour(wxSYS_COLOUR_GRAYTEXT));
-  deleted_.SetFont(GetFont().Strikethrough());
+  wxFont struck = GetFont().Strikethrough();
+  struck.SetEncoding(wxFONTENCODING_SYSTEM);  // the toolkit draws rows of another one itself, without their boxes
+  deleted_.SetFont(struck);
   Bind(wxEVT_LIST_COL_CLICK, [this](wxListEvent& event) { sort(event.GetColumn()); });
   Bind(wxEVT_LIST_COL_END_DRAG, [this](wxListEvent&) { CallAfter([this] { keep_widths(); }); });
   Bind(wxEVT_LIST_ITEM_CHECKED, [this](wxListEvent& event) { select(event.GetIndex(), true); });
