@@ -33,8 +33,10 @@ std::int32_t latitude_to_y(double latitude) {
 
 std::int32_t longitude_to_x(double longitude) { return whole_metres(longitude * kMetresPerDegree); }
 
+// In more digits than the result has: functions of different systems differ in their last bit, positions must not.
 double y_to_latitude(std::int32_t y) {
-  return (2 * std::atan(std::exp(y * kPerRadius)) - std::numbers::pi / 2) * kDegreesPerRadian;
+  const long double half = std::atan(std::exp(static_cast<long double>(y) * kPerRadius));
+  return static_cast<double>((2 * half - std::numbers::pi_v<long double> / 2) * kDegreesPerRadian);
 }
 
 double x_to_longitude(std::int32_t x) { return x * kPerRadius * kDegreesPerRadian; }

@@ -68,7 +68,7 @@ class InFolder(unittest.TestCase):
             process.send_signal(signal.SIGINT)
         process.communicate(timeout=LIMIT)
 
-    def run_on_terminal(self, command, keys, wanted):
+    def run_on_terminal(self, command, keys, wanted, leaves_echo=True):
         """The exit status, what was shown, and the seconds from the keys, pressed once this pattern is shown, to the end."""
         pid, terminal = pty.fork()
         if pid == 0:
@@ -84,7 +84,8 @@ class InFolder(unittest.TestCase):
                     os.write(terminal, keys)
         except OSError:  # the program has ended
             pass
-        self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)  # left as it was
+        if leaves_echo:  # as it was
+            self.assertTrue(termios.tcgetattr(terminal)[3] & termios.ECHO)
         os.close(terminal)
         self.assertIsNotNone(pressed_at, shown)
         return os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), shown, time.monotonic() - pressed_at

@@ -15,6 +15,8 @@ from in_folder import LIMIT, InFolder, items, read, without_date
 
 EXE = os.path.abspath(sys.argv.pop(1))
 InFolder.cli = os.path.abspath(sys.argv.pop(1))
+# As Debian's wine64 has them; the commands of its package wine complain where 32-bit programs cannot run.
+WINE, WINESERVER = "/usr/lib/wine/wine64", "/usr/lib/wine/wineserver64"
 HOME = tempfile.TemporaryDirectory()  # of this machine of Wine's: its disk C:, and the links behind its ports
 os.environ.update(WINEPREFIX=os.path.join(HOME.name, "prefix"), WINEARCH="win64", WINEDEBUG="-all", DISPLAY="",
                   LC_ALL="C.UTF-8", WINEDLLOVERRIDES="mscoree,mshtml=")
@@ -26,12 +28,12 @@ def link_of(port):
 
 
 def wine(*arguments, timeout=LIMIT, **options):
-    return subprocess.run(["wine", *arguments], stdin=subprocess.DEVNULL, timeout=timeout, **options)
+    return subprocess.run([WINE, *arguments], stdin=subprocess.DEVNULL, timeout=timeout, **options)
 
 
 def end_wine():
     for option in ("-k", "-w"):
-        subprocess.run(["wineserver", option], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
+        subprocess.run([WINESERVER, option], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False)
 
 
 def setUpModule():
@@ -127,7 +129,7 @@ class Conversations(OnWindows):
 
     def test_a_port_that_vanishes_leaves_what_has_arrived(self):
         process = self.plug("com1", "--baud", "9600")
-        with subprocess.Popen(["wine", EXE, "--port", "COM1", "download", "tracks", "-o", "part.txt"], cwd=self.folder,
+        with subprocess.Popen([WINE, EXE, "--port", "COM1", "download", "tracks", "-o", "part.txt"], cwd=self.folder,
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE) as download:
             time.sleep(3)
             process.kill()
@@ -205,7 +207,7 @@ class OnConsole(OnWindows):
     """Wine draws a console of Windows on a pseudo-terminal, and hands it the keys."""
 
     def on_console(self, *arguments, keys, wanted):
-        return self.run_on_terminal(["wine", EXE, *arguments], keys, wanted)
+        return self.run_on_terminal([WINE, EXE, *arguments], keys, wanted, leaves_echo=False)  # which is Wine's affair
 
     def test_a_console_shows_every_character(self):
         _, shown, _ = self.on_console("info", ANY_NAME, keys=b"", wanted="Größe-日本-".encode())
