@@ -68,7 +68,7 @@ class InFolder(unittest.TestCase):
             process.send_signal(signal.SIGINT)
         process.communicate(timeout=LIMIT)
 
-    def run_on_terminal(self, command, keys, wanted, leaves_echo=True):
+    def run_on_terminal(self, command, keys, wanted, leaves_echo=True, before_keys=lambda terminal: None):
         """The exit status, what was shown, and the seconds from the keys, pressed once this pattern is shown, to the end."""
         pid, terminal = pty.fork()
         if pid == 0:
@@ -80,6 +80,7 @@ class InFolder(unittest.TestCase):
             while select.select([terminal], [], [], LIMIT)[0]:
                 shown += os.read(terminal, 1000)
                 if pressed_at is None and re.search(wanted, shown):
+                    before_keys(terminal)
                     pressed_at = time.monotonic()
                     os.write(terminal, keys)
         except OSError:  # the program has ended
