@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """start_time.py PELORIX [RUNS]: how long the window program takes until its window is on the screen.
 
-Run by tests/window/with_display; needs xdotool. Prints the seconds of each run and the memory used then."""
+Run by tests/window/with_display, for a Windows program by tests/windows/with_wine inside it; needs xdotool. Prints the seconds of each run and the memory used then."""
 import os
 import signal
 import subprocess
@@ -18,10 +18,11 @@ def window_is_there(pid):
 
 def main():
     program = os.path.abspath(sys.argv[1])
+    command = ["/usr/lib/wine/wine64", program] if program.endswith(".exe") else [program]
     for _ in range(int(sys.argv[2]) if len(sys.argv) > 2 else 5):
         with tempfile.TemporaryDirectory() as folder:
             start = time.monotonic()
-            process = subprocess.Popen([program], cwd=folder, stderr=subprocess.DEVNULL)
+            process = subprocess.Popen(command, cwd=folder, stderr=subprocess.DEVNULL)
             while not window_is_there(process.pid) and process.poll() is None and time.monotonic() - start < 30:
                 time.sleep(0.005)
             seconds = time.monotonic() - start

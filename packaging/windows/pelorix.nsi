@@ -9,6 +9,7 @@ Unicode true
 SetCompressor /SOLID lzma
 !include MUI2.nsh
 !include FileFunc.nsh
+!include LogicLib.nsh
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\Pelorix"
 !define CLASSES "Software\Classes"
 
@@ -49,6 +50,7 @@ VIAddVersionKey "LegalCopyright" "(C) 2026 The Pelorix developers, MIT licence"
   !insertmacro ${action} rte
   !insertmacro ${action} plt
   !insertmacro ${action} evt
+  !insertmacro ${action} fwp
   !insertmacro ${action} gpx
   !insertmacro ${action} igc
   !insertmacro ${action} sa3
@@ -91,8 +93,13 @@ SectionEnd
 
 ; Only what was installed: the folder may be one of the user's, and Documents\Pelorix is.
 Section "Uninstall"
+  ClearErrors
   Delete "$INSTDIR\pelorix.exe"
   Delete "$INSTDIR\pelorix-cli.exe"
+  ${If} ${Errors}
+    MessageBox MB_OK|MB_ICONEXCLAMATION "Pelorix is running. End it, then uninstall it again." /SD IDOK
+    Abort
+  ${EndIf}
   Delete "$INSTDIR\README.txt"
   Delete "$INSTDIR\LICENSE.txt"
   Delete "$INSTDIR\manual\manual.html"
@@ -107,4 +114,5 @@ Section "Uninstall"
   DeleteRegKey HKCU "${CLASSES}\Pelorix.File"
   DeleteRegKey HKCU "${CLASSES}\Applications\pelorix.exe"
   DeleteRegKey HKCU "${UNINSTALL}"
+  RMDir "$DOCUMENTS\Pelorix" ; when nothing is in it
 SectionEnd

@@ -112,9 +112,7 @@ std::string SafeFile::commit() {
   }
   if (!reason_.empty() || temporary_.empty()) return reason_;
   note_failure(flush_to_disk(temporary_));
-  std::error_code error;
-  if (reason_.empty()) fs::rename(temporary_, target_, error);
-  if (error) note_failure(reason_of(error));
+  if (reason_.empty()) note_failure(move_over(temporary_, target_));
   if (reason_.empty()) temporary_.clear();
   return reason_;
 }

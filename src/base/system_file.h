@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 namespace base {
 
@@ -16,8 +15,9 @@ namespace base {
 // where the file's system has no such thing, else the reason in words: some disks are found full only now.
 [[nodiscard]] std::string flush_to_disk(const std::filesystem::path& path);
 
-// The reason in words, UTF-8.
-[[nodiscard]] std::string reason_of(const std::error_code& error);
+// Gives a file another's name, in place of what had it. Empty on success, else the reason in words, and nothing has
+// changed.
+[[nodiscard]] std::string move_over(const std::filesystem::path& from, const std::filesystem::path& to);
 
 // A path that came as a text (command line, configuration): its bytes on Linux; on Windows UTF-8, or else Latin-1 as
 // old files have it. The library itself takes a text there for something else than what path::string() gives.

@@ -9,6 +9,7 @@
 
 #include "base/encoding.h"
 #include "base/remarks.h"
+#include "base/system_file.h"
 #include "base/text.h"
 #include "formats/line_texts.h"
 #include "formats/shifted_positions.h"
@@ -306,7 +307,7 @@ std::filesystem::path igc_output_name(const store::FileContext& context, const s
   if (settings.IGCCompatibleFilename == 0 || first > context.store.track_point_count()) return path;
   const store::GarminTime time = context.store.track_point(first).time;
   const std::int64_t seconds = local_seconds(time, fai_form ? 0 : options.offset_seconds);
-  return path.parent_path() / make_igc_file_name(settings.ContestID, seconds, fai_form);
+  return path.parent_path() / base::path_from_text(make_igc_file_name(settings.ContestID, seconds, fai_form));
 }
 
 store::Kept igc_keeps(const store::Settings& settings, const store::OutputOptions&) {

@@ -49,9 +49,10 @@ constexpr std::array kReasons{
 };
 
 // What drivers answer, each in its own way, once the adapter is gone.
-constexpr std::array<DWORD, 8> kVanishErrors{ERROR_ACCESS_DENIED,  ERROR_BAD_COMMAND,    ERROR_OPERATION_ABORTED,
-                                             ERROR_GEN_FAILURE,    ERROR_DEVICE_REMOVED, ERROR_DEVICE_NOT_CONNECTED,
-                                             ERROR_FILE_NOT_FOUND, ERROR_FILE_INVALID};
+constexpr DWORD kNoSuchDevice = 433;  // ERROR_NO_SUCH_DEVICE, not known to every compiler's headers
+constexpr std::array<DWORD, 9> kVanishErrors{
+    kNoSuchDevice,        ERROR_ACCESS_DENIED,        ERROR_BAD_COMMAND,    ERROR_OPERATION_ABORTED, ERROR_GEN_FAILURE,
+    ERROR_DEVICE_REMOVED, ERROR_DEVICE_NOT_CONNECTED, ERROR_FILE_NOT_FOUND, ERROR_FILE_INVALID};
 
 struct LineErrorBit {
   DWORD bit;

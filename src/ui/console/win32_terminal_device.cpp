@@ -18,8 +18,8 @@ std::atomic<int> interrupts{0};
 BOOL WINAPI count_interrupt(DWORD event) {
   if (!reading_keys) return FALSE;  // the program ends
   ++interrupts;
-  // When the console is closed, or the user logs off, the system ends the program as soon as this returns, or some
-  // seconds later: time to save what has arrived.
+  // When the console is closed, the system ends the program as soon as this returns, or some seconds later: time to
+  // save what has arrived.
   if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) Sleep(INFINITE);
   return TRUE;
 }

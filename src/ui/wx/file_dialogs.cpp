@@ -3,6 +3,7 @@
 #include <wx/filedlg.h>
 #include <wx/msgdlg.h>
 
+#include "base/system_file.h"
 #include "ui/wx/text.h"
 
 namespace ui::wx {
@@ -31,8 +32,9 @@ std::vector<std::filesystem::path> ask_files_to_open(wxWindow* parent, FileQuest
 }
 
 std::optional<std::filesystem::path> ask_file_to_save(wxWindow* parent, FileQuestion& question) {
-  wxFileDialog dialog(parent, wx_text(question.title), wx_path(question.directory), wx_path(question.name),
-                      wildcards(question), wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+  wxFileDialog dialog(parent, wx_text(question.title), wx_path(question.directory),
+                      wx_path(base::path_from_text(question.name)), wildcards(question),
+                      wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
   dialog.SetFilterIndex(question.type);
   if (dialog.ShowModal() != wxID_OK) return std::nullopt;
   question.type = std::max(dialog.GetFilterIndex(), 0);

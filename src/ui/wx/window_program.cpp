@@ -84,7 +84,11 @@ int run_window_program(int argc, char** argv, base::Clock& clock, const session:
     return 0;
   }
   wxApp::SetInstance(new Program(clock, surroundings));
+#ifdef __WXMSW__
+  return wxEntry();  // takes the command line itself, with names in any script
+#else
   return wxEntry(argc, argv);
+#endif
 }
 
 }  // namespace ui::wx
