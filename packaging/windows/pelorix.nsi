@@ -52,7 +52,6 @@ VIAddVersionKey "LegalCopyright" "(C) 2026 The Pelorix developers, MIT licence"
   !insertmacro ${action} evt
   !insertmacro ${action} fwp
   !insertmacro ${action} gpx
-  !insertmacro ${action} igc
   !insertmacro ${action} sa3
   !insertmacro ${action} sa4
   !insertmacro ${action} sa5
