@@ -18,7 +18,7 @@ def window_is_there(pid):
 
 def main():
     program = os.path.abspath(sys.argv[1])
-    command = ["/usr/lib/wine/wine64", program] if program.endswith(".exe") else [program]
+    command = [os.environ["WINE"], program] if program.endswith(".exe") else [program]
     for _ in range(int(sys.argv[2]) if len(sys.argv) > 2 else 5):
         with tempfile.TemporaryDirectory() as folder:
             start = time.monotonic()

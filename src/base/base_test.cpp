@@ -12,6 +12,7 @@
 #include "base/safe_file.h"
 #include "base/text.h"
 #include "base/text_input.h"
+#include "tests/support/temporary_folder.h"
 
 namespace base {
 namespace {
@@ -115,17 +116,13 @@ TEST(FormatText, LongTextsAreNotCut) { EXPECT_EQ(format_text("%500d", 7).size(),
 
 class SaveFile : public testing::Test {
  protected:
-  void SetUp() override {
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-  }
-  void TearDown() override { std::filesystem::remove_all(folder); }
   std::string contents_of(const std::filesystem::path& path) {
     std::string contents, reason;
     EXPECT_TRUE(load_file(path, contents, reason)) << reason;
     return contents;
   }
-  std::filesystem::path folder = std::filesystem::temp_directory_path() / "pelorix_save_file_test";
+  const support::TemporaryFolder temporary;
+  const std::filesystem::path folder = temporary.path();
 };
 
 TEST_F(SaveFile, ASaveReplacesTheFileAndLeavesNothingElseBehind) {

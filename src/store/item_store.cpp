@@ -423,7 +423,6 @@ std::vector<int> ItemStore::duplicates(bool same_place) const {
 }
 
 int ItemStore::remove_duplicates(bool same_place) {
-  ++revision_;
   const std::vector<int> found = duplicates(same_place);
   for (const int index : found) set_in_use('W', index, false);
   return static_cast<int>(found.size());

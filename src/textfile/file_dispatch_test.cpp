@@ -1,6 +1,7 @@
 #include "textfile/file_dispatch.h"
 
 #include "base/safe_file.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/text_file_fixture.h"
 
 namespace textfile {
@@ -68,12 +69,6 @@ constexpr std::array kFormats{recognised(16, "an OziExplorer track file", ".PLT"
 
 class Dispatch : public TextFileTest {
  protected:
-  Dispatch() {
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directories(folder);
-  }
-  ~Dispatch() override { std::filesystem::remove_all(folder); }
-
   std::filesystem::path file(const std::string& name, std::string_view contents) {
     EXPECT_EQ(base::save_file(folder / name, contents), "");
     return folder / name;
@@ -83,9 +78,8 @@ class Dispatch : public TextFileTest {
     return base::load_file(folder / name, contents, reason) ? contents : "(" + reason + ")";
   }
 
-  const std::filesystem::path folder =
-      std::filesystem::temp_directory_path() /
-      (std::string("textfile_test_") + testing::UnitTest::GetInstance()->current_test_info()->name());
+  const support::TemporaryFolder temporary;
+  const std::filesystem::path folder = temporary.path();
   FileDispatch dispatch{kFormats, context};
 };
 
